@@ -1,0 +1,122 @@
+// out[i] = pixels[n - 1 - i] for n whole pixels of `channels` bytes.
+static void reverse_pixels(const uint8_t* pixels, uint8_t* out, int channels, ptrdiff_t n) {
+    ptrdiff_t i = 0;
+#ifdef ORVEX_LOOKUP
+    if (channels == 1 || channels == 2 || channels == 4) {
+        const U8 reversed = channels == 1 ? ORVEX_REPEAT(15, 14, 13, 12, 11, 10, 9, 8, 7, 6, 5, 4, 3, 2, 1, 0)
+                            : channels == 2
+                                ? ORVEX_REPEAT(14, 15, 12, 13, 10, 11, 8, 9, 6, 7, 4, 5, 2, 3, 0, 1)
+                                : ORVEX_REPEAT(12, 13, 14, 15, 8, 9, 10, 11, 4, 5, 6, 7, 0, 1, 2, 3);
+        const ptrdiff_t bytes = n * channels;
+        ptrdiff_t done = 0;
+        for (; done + kBytes <= bytes; done += kBytes)
+            store(out + done, pick(load_halves(pixels + bytes - done - 16, -16), reversed));
+        i = done / channels;
+    } else if (channels == 3) {
+        // Five pixels, the last 15 of 16 bytes; the byte too many that is stored belongs to what follows.
+        const U8 reversed = ORVEX_REPEAT(13, 14, 15, 10, 11, 12, 7, 8, 9, 4, 5, 6, 1, 2, 3, 0);
+        enum { kPixels = kBytes / 16 * 5 };
+        for (; i + kPixels < n; i += kPixels) {
+            const U8 v = pick(load_halves(pixels + 3 * (n - i) - 16, -15), reversed);
+            store_halves(out + 3 * i, 15, v);
+        }
+    }
+#endif
+    for (; i < n; ++i)
+        for (int c = 0; c < channels; ++c) out[i * channels + c] = pixels[(n - 1 - i) * channels + c];
+}
+
+#ifdef ORVEX_VEC
+// 16 rows of 16 bytes in every half of a vector: columns become rows.
+ORVEX_INLINE void transpose_bytes(U8 v[16]) {
+    for (int step = 0; step < 4; ++step) {
+        U8 w[16];
+        for (int k = 0; k < 8; ++k) {
+            w[2 * k] = ORVEX_INTERLEAVE_LOW(v[k], v[k + 8]);
+            w[2 * k + 1] = ORVEX_INTERLEAVE_HIGH(v[k], v[k + 8]);
+        }
+        for (int k = 0; k < 16; ++k) v[k] = w[k];
+    }
+}
+
+// 4 rows of 4 words in every half.
+ORVEX_INLINE void transpose_words(U8 v[4]) {
+    const U32 a = (U32)v[0], b = (U32)v[1], c = (U32)v[2], d = (U32)v[3];
+#if ORVEX_VEC == 32
+#define ORVEX_WORDS(x, y, i, j) \
+    __builtin_shufflevector(x, y, i, i + 8, j, j + 8, i + 4, i + 12, j + 4, j + 12)
+#else
+#define ORVEX_WORDS(x, y, i, j) __builtin_shufflevector(x, y, i, i + 4, j, j + 4)
+#endif
+    const U32 ac_low = ORVEX_WORDS(a, c, 0, 1), ac_high = ORVEX_WORDS(a, c, 2, 3);
+    const U32 bd_low = ORVEX_WORDS(b, d, 0, 1), bd_high = ORVEX_WORDS(b, d, 2, 3);
+    v[0] = (U8)ORVEX_WORDS(ac_low, bd_low, 0, 1), v[1] = (U8)ORVEX_WORDS(ac_low, bd_low, 2, 3);
+    v[2] = (U8)ORVEX_WORDS(ac_high, bd_high, 0, 1), v[3] = (U8)ORVEX_WORDS(ac_high, bd_high, 2, 3);
+#undef ORVEX_WORDS
+}
+#endif
+
+// A quarter turn of a rows x cols image of whole pixels: output (i, j), of cols x rows, is the source pixel
+// whose row is j, counted from below if `upward`, and whose column is i, counted from the right if
+// `leftward`.
+static void turn_pixels(const uint8_t* src, int rows, int cols, int channels, bool upward, bool leftward,
+                        uint8_t* out) {
+    const ptrdiff_t out_stride = (ptrdiff_t)rows * channels;
+    const ptrdiff_t to_right = (upward ? -1 : 1) * (ptrdiff_t)cols * channels;
+    const uint8_t* const first = src + (upward ? rows - 1 : 0) * (ptrdiff_t)cols * channels;
+    // Columns of the source and of the output that tiles cover; the rest is left to the plain loop.
+    int tiled_cols = 0, tiled_out_cols = 0;
+#ifdef ORVEX_VEC
+    if (channels == 1) {
+        tiled_cols = cols / 16 * 16;
+        tiled_out_cols = rows / kBytes * kBytes;
+        for (int j = 0; j < tiled_out_cols; j += kBytes) {
+            for (int col = 0; col < tiled_cols; col += 16) {
+                U8 v[16];
+                for (int k = 0; k < 16; ++k)
+                    v[k] = load_halves(first + (j + k) * to_right + col, 16 * to_right);
+                transpose_bytes(v);
+                for (int k = 0; k < 16; ++k)
+                    store(out + (leftward ? cols - 1 - col - k : col + k) * out_stride + j, v[k]);
+            }
+        }
+    }
+#endif
+#ifdef ORVEX_LOOKUP
+    if (channels == 3 || channels == 4) {
+        // 16 bytes are read and written at a time. Of 3-byte pixels 12 of them count: what is read too much
+        // lies in the two columns that tiles leave, and what is written too much is overwritten by the next
+        // tile or, in the two output columns that tiles leave, by the plain loop.
+        const bool three = channels == 3;
+        const U8 spread = three ? ORVEX_REPEAT(0, 1, 2, 0, 3, 4, 5, 0, 6, 7, 8, 0, 9, 10, 11, 0)
+                                : ORVEX_REPEAT(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15);
+        const U8 squeeze = three ? ORVEX_REPEAT(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, 0, 0, 0, 0) : spread;
+        const int margin = three ? 2 : 0;
+        enum { kTile = kBytes / 4 };
+        tiled_cols = cols < margin ? 0 : (cols - margin) / 4 * 4;
+        tiled_out_cols = rows < margin ? 0 : (rows - margin) / kTile * kTile;
+        for (int j = 0; j < tiled_out_cols; j += kTile) {
+            for (int col = 0; col < tiled_cols; col += 4) {
+                U8 v[4];
+                for (int k = 0; k < 4; ++k) {
+                    const uint8_t* const from = first + (j + k) * to_right + (ptrdiff_t)col * channels;
+                    v[k] = pick(load_halves(from, 4 * to_right), spread);
+                }
+                transpose_words(v);
+                for (int k = 0; k < 4; ++k) {
+                    const int i = leftward ? cols - 1 - col - k : col + k;
+                    store_halves(out + i * out_stride + (ptrdiff_t)j * channels, 4 * channels,
+                                 pick(v[k], squeeze));
+                }
+            }
+        }
+    }
+#endif
+    for (int col = 0; col < cols; ++col) {
+        const uint8_t* const column = first + (ptrdiff_t)col * channels;
+        uint8_t* const out_row = out + (leftward ? cols - 1 - col : col) * out_stride;
+        for (int j = col < tiled_cols ? tiled_out_cols : 0; j < rows; ++j)
+            for (int c = 0; c < channels; ++c)
+                out_row[(ptrdiff_t)j * channels + c] = column[j * to_right + c];
+    }
+}

@@ -1,0 +1,11 @@
+// Takes back the macros of simd.h, so that it can be included for another instruction set.
+#undef ORVEX_INLINE
+#undef ORVEX_INTERLEAVE_LOW
+#undef ORVEX_INTERLEAVE_HIGH
+#undef ORVEX_INTERLEAVE16_LOW
+#undef ORVEX_INTERLEAVE16_HIGH
+#undef ORVEX_LOOKUP
+#undef ORVEX_PER_HALF
+#undef ORVEX_REPEAT
+#undef ORVEX_TIMES4
+#undef ORVEX_EVERY_THIRD

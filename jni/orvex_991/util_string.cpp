@@ -1,0 +1,45 @@
+#include "util_string.h"
+
+#include <cstring>
+#include <utility>
+
+namespace orvex_991 {
+
+String::String(const char* text) {
+    if (!text || !*text) return;
+    const std::size_t bytes = std::strlen(text) + 1;
+    text_ = new char[bytes];
+    std::memcpy(text_, text, bytes);
+}
+
+String::String(const String& other) : String(other.text_) {}
+
+String::String(String&& other) noexcept : text_(std::exchange(other.text_, nullptr)) {}
+
+String::~String() {
+    delete[] text_;
+}
+
+String& String::operator=(const String& other) {
+    if (this != &other) *this = String(other);
+    return *this;
+}
+
+String& String::operator=(String&& other) noexcept {
+    std::swap(text_, other.text_);
+    return *this;
+}
+
+int String::length() const {
+    return static_cast<int>(std::strlen(c_str()));
+}
+
+bool operator==(const String& a, const String& b) {
+    return std::strcmp(a.c_str(), b.c_str()) == 0;
+}
+
+bool operator!=(const String& a, const String& b) {
+    return !(a == b);
+}
+
+}  // namespace orvex_991
