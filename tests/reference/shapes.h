@@ -1,0 +1,32 @@
+#ifndef ORVEX_TESTS_REFERENCE_SHAPES_H
+#define ORVEX_TESTS_REFERENCE_SHAPES_H
+
+#include <array>
+#include <functional>
+
+#include "types.h"
+
+namespace reference {
+
+struct Point32f {
+    float x, y;
+};
+struct RotatedRect {
+    List<Point32f> pts;
+    Point32f center{0, 0};
+    int width = 0, height = 0;
+    float angle = 0;
+};
+
+int cross(Point a, Point b, Point c);
+void convexHull(const List<Point>& points, List<Point>& hull);
+/// The calipers are not fixed to the bit, so the caller supplies theirs: hull points to corners.
+using Calipers = std::function<List<Point32f>(const List<Point>&)>;
+RotatedRect minAreaRect(const List<Point>& points, const Calipers& calipers);
+RotatedRect minAreaRect(const Image<Byte>& mat, const Calipers& calipers);
+float getRotatedRectAngle(const List<Point32f>& pts);
+float calcLineDegree(Point32f p1, Point32f p2);
+
+}  // namespace reference
+
+#endif  // ORVEX_TESTS_REFERENCE_SHAPES_H

@@ -1,0 +1,81 @@
+// Buffers for kernel tests: any offset, guard bytes on both sides.
+#ifndef ORVEX_TESTS_SUPPORT_KERNEL_CASE_H
+#define ORVEX_TESTS_SUPPORT_KERNEL_CASE_H
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "cv_kernels.h"
+#include "images.h"
+
+namespace testing_support {
+
+/// The instruction sets that this build and this processor have.
+inline std::vector<orvex_cv_991::Isa> every_isa() {
+    using orvex_cv_991::Isa;
+    if (orvex_cv_991::fastest_isa() == Isa::kBaseline) return {Isa::kBaseline};
+    return {Isa::kBaseline, Isa::kAvx2};
+}
+
+/// Random elements to read: on the heap and ending where the block ends, so that a sanitizer sees a stray
+/// read.
+template <class T>
+class Input {
+ public:
+    Input(Random& random, size_t n, size_t offset) : offset_(offset), block_(offset + n) {
+        for (T& element : block_) element = static_cast<T>(random.bits());
+        block_.shrink_to_fit();
+    }
+    T* data() { return block_.data() + offset_; }
+    T& operator[](size_t i) { return data()[i]; }
+
+ private:
+    size_t offset_;
+    std::vector<T> block_;
+};
+
+/// Room to write, between guards that a stray write would change.
+template <class T>
+class Output {
+ public:
+    Output(Random& random, size_t n, size_t offset) : offset_(offset), n_(n), block_(offset + n + kGuard) {
+        for (T& element : block_) element = static_cast<T>(random.bits());
+        kept_ = block_;
+    }
+    T* data() { return block_.data() + offset_; }
+    const T& operator[](size_t i) const { return block_[offset_ + i]; }
+    bool guards_hold() const {
+        for (size_t i = 0; i < block_.size(); ++i)
+            if ((i < offset_ || i >= offset_ + n_) && block_[i] != kept_[i]) return false;
+        return true;
+    }
+
+ private:
+    static constexpr size_t kGuard = 64;
+    size_t offset_, n_;
+    std::vector<T> block_, kept_;
+};
+
+/// Calls run(isa, n, offset) for every instruction set, the widths 0 .. 67 and some longer ones, and odd
+/// offsets.
+template <class Run>
+void for_every_case(Run run) {
+    for (const orvex_cv_991::Isa isa : every_isa()) {
+        for (size_t n = 0; n < 72; ++n) {
+            const size_t width = n < 68 ? n : n == 68 ? 127 : n == 69 ? 256 : n == 70 ? 515 : 1031;
+            for (const size_t offset : {0, 1, 7}) {
+                run(isa, width, offset);
+                if (testing::Test::HasFatalFailure()) {
+                    ADD_FAILURE() << "instruction set " << static_cast<int>(isa) << ", width " << width
+                                  << ", offset " << offset;
+                    return;
+                }
+            }
+        }
+    }
+}
+
+}  // namespace testing_support
+
+#endif  // ORVEX_TESTS_SUPPORT_KERNEL_CASE_H
