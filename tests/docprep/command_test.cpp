@@ -1,0 +1,613 @@
+// docprep as a user meets it: exit codes, lines, files.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "commands.h"
+#include "cv_imgproc.h"
+#include "encoders.h"
+#include "photo.h"
+#include "png_file.h"
+
+using docprep::Bytes;
+using docprep::Image;
+using nlohmann::json;
+
+namespace {
+
+const std::string kSample = std::string(DOCPREP_SAMPLES) + "/page.jpg";
+const Names kResults = {"binary.png", "library.log", "result.json", "rows.png", "saliency.png"};
+
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool kAddressSanitizer = true;
+#elif defined(__has_feature)
+constexpr bool kAddressSanitizer = __has_feature(address_sanitizer);
+#else
+constexpr bool kAddressSanitizer = false;
+#endif
+
+constexpr bool kCoverage = DOCPREP_COVERAGE;
+
+json result_of(const TemporaryFolder& folder) {
+    return json::parse(text_of(folder.path("out/result.json")));
+}
+
+}  // namespace
+
+// ---- Success ----
+
+TEST(command, the_sample_gives_its_rows) {
+    const TemporaryFolder folder;
+    const Outcome outcome = docprep_with({kSample, "-o", folder.path("out")});
+    EXPECT_EQ(0, outcome.exit_code);
+    EXPECT_EQ("", outcome.err);
+    const json result = result_of(folder);
+    EXPECT_EQ(1600, result["width"]);
+    EXPECT_EQ(1200, result["height"]);
+    // 17 lines of text. The limits leave room for another JPEG decoder's rounding.
+    EXPECT_GE(result["rows"].size(), 16u);
+    EXPECT_LE(result["rows"].size(), 18u);
+    EXPECT_GT(result["components"]["text"], 800);
+    for (const json& row : result["rows"]) EXPECT_LT(row["rect"]["height"], 120);
+}
+
+TEST(command, exactly_the_results_are_written) {
+    const TemporaryFolder folder;
+    const Outcome outcome = docprep_with({write_page(folder, "page.jpg"), "-o", folder.path("out")});
+    EXPECT_EQ(0, outcome.exit_code);
+    Names expected = {"out"};
+    for (const std::string& name : kResults) expected.push_back("out/" + name);
+    expected.push_back("page.jpg");
+    EXPECT_EQ(expected, folder.content());
+}
+
+TEST(command, counts_of_components_add_up) {
+    const TemporaryFolder folder;
+    docprep_with({kSample, "-o", folder.path("out")});
+    const json result = result_of(folder);
+    const json& components = result["components"];
+    int sum = components["text"];
+    for (const json& dropped : components["dropped"]) sum += dropped.get<int>();
+    EXPECT_EQ(components["found"], sum);
+    size_t in_rows = 0;
+    for (const json& row : result["rows"]) in_rows += row["components"].size();
+    EXPECT_EQ(components["text"], in_rows);
+}
+
+TEST(command, squares_in_rows_are_found_where_they_were_drawn) {
+    const TemporaryFolder folder;
+    docprep_with({write_page(folder, "page.jpg"), "-o", folder.path("out")});
+    const json rows = result_of(folder)["rows"];
+    ASSERT_EQ(4u, rows.size());  // at 40, 80, 120 and 160
+    for (size_t k = 0; k < 4; ++k) {
+        EXPECT_EQ(13u, rows[k]["components"].size());
+        EXPECT_NEAR(40.0 * static_cast<double>(k + 1), rows[k]["rect"]["y"], 1);
+        EXPECT_NEAR(15, rows[k]["rect"]["height"], 2);
+    }
+}
+
+TEST(command, the_pictures_have_the_size_of_the_photo) {
+    const TemporaryFolder folder;
+    docprep_with({write_page(folder, "page.jpg"), "-o", folder.path("out")});
+    const docprep::Photo binary = docprep::read_photo(folder.path("out/binary.png"));
+    const docprep::Photo rows = docprep::read_photo(folder.path("out/rows.png"));
+    EXPECT_EQ(1, binary.pixels.channels);
+    EXPECT_EQ(3, rows.pixels.channels);
+    for (const docprep::Photo* photo : {&binary, &rows}) {
+        EXPECT_EQ(200, photo->pixels.rows);
+        EXPECT_EQ(300, photo->pixels.cols);
+    }
+}
+
+TEST(command, dark_text_is_white_in_the_binary_picture) {
+    const TemporaryFolder folder;
+    docprep_with({write_page(folder, "page.jpg"), "-o", folder.path("out")});
+    const docprep::Image binary = docprep::read_photo(folder.path("out/binary.png")).pixels;
+    EXPECT_EQ(255, binary.data[45 * 300 + 45]);
+    EXPECT_EQ(0, binary.data[5 * 300 + 5]);
+}
+
+TEST(command, a_black_and_white_scan_keeps_its_text) {
+    const TemporaryFolder folder;
+    PngRequest request;
+    request.depth = 1;
+    request.rows = 200;
+    request.cols = 300;
+    const Bytes png =
+        make_png(request, [](int row, int col, int) { return page_of_squares(row, col) > 128; });
+    EXPECT_EQ(0, docprep_with({folder.write("scan.png", png), "-o", folder.path("out")}).exit_code);
+    EXPECT_EQ(4u, result_of(folder)["rows"].size());
+    EXPECT_EQ(52, result_of(folder)["components"]["text"]);
+}
+
+TEST(command, blank_pictures_have_no_text) {
+    const TemporaryFolder folder;
+    for (const int level : {0, 255}) {
+        const Bytes png = make_png({}, [&](int, int, int) { return level; });
+        EXPECT_EQ(0, docprep_with({folder.write("blank.png", png), "-o", folder.path("out")}).exit_code);
+        EXPECT_EQ(0u, result_of(folder)["rows"].size());
+    }
+}
+
+TEST(command, the_exif_orientation_is_applied_and_reported) {
+    const TemporaryFolder folder;
+    JpegRequest request;
+    request.kind = JpegKind::kGray;
+    request.rows = 300;
+    request.cols = 200;
+    request.exif = exif_with_orientation(6);  // to be turned clockwise
+    // Turned counterclockwise: column 299 - row of the upright page is the row here.
+    const auto lying = [](int row, int col, int) { return page_of_squares(col, 299 - row); };
+    const Outcome outcome =
+        docprep_with({folder.write("p.jpg", make_jpeg(request, lying)), "-o", folder.path("out")});
+    EXPECT_NE(std::string::npos, outcome.out.find("(JPEG, 200 x 300, orientation 6)\n")) << outcome.out;
+    const json result = result_of(folder);
+    EXPECT_EQ(6, result["input"]["orientation"]);
+    EXPECT_EQ(200, result["input"]["width"]);
+    EXPECT_EQ(300, result["width"]);
+    EXPECT_EQ(4u, result["rows"].size());
+}
+
+TEST(command, camera_frames_are_read_raw_and_gzipped) {
+    const TemporaryFolder folder;
+    Bytes frame;
+    for (int row = 0; row < 200; ++row)
+        for (int col = 0; col < 300; ++col)
+            frame.push_back(static_cast<unsigned char>(page_of_squares(row, col)));
+    frame.resize(frame.size() * 3 / 2, 128);
+    for (const std::string& path : {folder.write("f.nv21", frame), folder.write("f.nv21.gz", gzip(frame))}) {
+        const Outcome outcome = docprep_with({"--nv21", "300x200", path, "-o", folder.path("out")});
+        EXPECT_EQ(0, outcome.exit_code) << outcome.err;
+        const json result = result_of(folder);
+        EXPECT_EQ("NV21", result["input"]["format"]);
+        EXPECT_EQ(4u, result["rows"].size());
+        EXPECT_TRUE(result["milliseconds"].contains("colour"));
+    }
+}
+
+TEST(command, a_frame_with_an_odd_number_of_rows_is_read) {
+    const TemporaryFolder folder;
+    const std::string path = folder.write("f.nv21", Bytes(20 * (11 + 6), 128));
+    EXPECT_EQ(0, docprep_with({"--nv21", "20x11", path, "-o", folder.path("out")}).exit_code);
+    EXPECT_EQ(11, result_of(folder)["height"]);
+}
+
+// ---- Stages ----
+
+TEST(command, only_chosen_pictures_are_written_and_only_computed_members_reported) {
+    struct Case {
+        std::string stages;
+        Names pictures;
+        Names members;  // beside those that every result has
+    };
+    const std::vector<Case> cases = {
+        {"binarise", {"binary.png"}, {"threshold"}},
+        {"components", {}, {"components", "threshold"}},
+        {"rows", {"rows.png"}, {"components", "rows", "threshold"}},
+        {"seal", {"seal.png"}, {"seal"}},
+        {"saliency", {"saliency.png"}, {}},
+        {"saliency,binarise", {"binary.png", "saliency.png"}, {"threshold"}},
+        {"seal,rows,seal", {"rows.png", "seal.png"}, {"components", "rows", "seal", "threshold"}},
+    };
+    for (const Case& expected : cases) {
+        SCOPED_TRACE(expected.stages);
+        const TemporaryFolder folder;
+        const std::string page = write_sealed_page(folder, "page.png");
+        const Outcome outcome = docprep_with({page, "-o", folder.path("out"), "--stages", expected.stages});
+        EXPECT_EQ(0, outcome.exit_code) << outcome.err;
+        Names files = {"out", "out/library.log", "out/result.json", "page.png"};
+        for (const std::string& picture : expected.pictures) files.push_back("out/" + picture);
+        std::sort(files.begin(), files.end());
+        EXPECT_EQ(files, folder.content());
+        Names members = {"docprep", "height", "input", "milliseconds", "width"};
+        members.insert(members.end(), expected.members.begin(), expected.members.end());
+        std::sort(members.begin(), members.end());
+        Names found;
+        const json result = result_of(folder);
+        for (const auto& member : result.items()) found.push_back(member.key());
+        std::sort(found.begin(), found.end());
+        EXPECT_EQ(members, found);
+        for (const char* name : {"threshold", "components", "rows"})
+            EXPECT_EQ(result.contains(name), outcome.out.find(std::string("\n") + name) != std::string::npos)
+                << outcome.out;
+    }
+}
+
+TEST(command, a_stage_gives_alone_what_it_gives_among_all) {
+    const TemporaryFolder folder;
+    const std::string page = write_sealed_page(folder, "page.png");
+    docprep_with({page, "-o", folder.path("out")});
+    const json all = result_of(folder);
+    for (const char* stage : {"binarise", "components", "rows", "seal", "saliency"}) {
+        const TemporaryFolder alone;
+        docprep_with({page, "-o", alone.path("out"), "--stages", stage});
+        const json result = result_of(alone);
+        for (const char* name : {"threshold", "components", "rows", "seal"}) {
+            if (!result.contains(name)) continue;
+            EXPECT_EQ(all[name], result[name]) << stage;
+        }
+        for (const char* picture : {"out/binary.png", "out/rows.png", "out/seal.png", "out/saliency.png"}) {
+            if (!std::filesystem::exists(alone.path(picture))) continue;
+            EXPECT_EQ(text_of(folder.path(picture)), text_of(alone.path(picture))) << stage;
+        }
+    }
+}
+
+TEST(command, pictures_of_stages_that_are_not_chosen_stay) {
+    const TemporaryFolder folder;
+    const std::string page = write_page(folder, "page.jpg");
+    std::filesystem::create_directory(folder.path("out"));
+    folder.write("out/rows.png", "older");
+    folder.write("out/seal.png", "older");
+    EXPECT_EQ(0, docprep_with({page, "-o", folder.path("out"), "--stages", "binarise"}).exit_code);
+    EXPECT_EQ("older", text_of(folder.path("out/rows.png")));
+    EXPECT_EQ("older", text_of(folder.path("out/seal.png")));
+}
+
+TEST(command, saliency_is_that_of_the_library_over_the_whole_gray_photo) {
+    const TemporaryFolder folder;
+    const std::string page = write_sealed_page(folder, "page.png");
+    docprep_with({page, "-o", folder.path("out"), "--stages", "saliency"});
+    Image gray, saliency, everywhere;
+    orvex_991::vector<unsigned char> levels;
+    orvex_cv_991::CImgproc::bgr2gray(docprep::read_photo(page).pixels, gray);
+    everywhere.mat_create(gray.rows, gray.cols, 1, 255);
+    orvex_cv_991::CImgproc::saliencyDetect(gray, saliency, everywhere, levels);
+    expect_same_pixels(saliency, docprep::read_photo(folder.path("out/saliency.png")).pixels);
+}
+
+// ---- Seals ----
+
+TEST(command, a_seal_is_reported_and_drawn_where_it_is) {
+    const TemporaryFolder folder;
+    const Outcome outcome = docprep_with({write_sealed_page(folder, "page.png"), "-o", folder.path("out")});
+    EXPECT_EQ(0, outcome.exit_code) << outcome.err;
+    const json seal = result_of(folder)["seal"];
+    ASSERT_GE(seal["rects"].size(), 1u);
+    const json& rect = seal["rects"][0];
+    EXPECT_NEAR(kSealX - 50, rect["x"], 3);
+    EXPECT_NEAR(kSealY - 50, rect["y"], 3);
+    EXPECT_NEAR(100, rect["width"], 4);
+    EXPECT_NEAR(100, rect["height"], 4);
+    EXPECT_NE(std::string::npos, outcome.out.find("\nseal marks ")) << outcome.out;
+    EXPECT_NE(std::string::npos, outcome.out.find("\nseal pixels ")) << outcome.out;
+    const Image picture = docprep::read_photo(folder.path("out/seal.png")).pixels;
+    const auto pixel = [&](int x, int y) { return picture.data + (y * kPageCols + x) * 3; };
+    EXPECT_EQ(200, pixel(kSealX, kSealY)[2]);       // the ink's own red
+    EXPECT_EQ(pixel(20, 20)[0], pixel(20, 20)[2]);  // gray paper
+}
+
+TEST(command, seals_are_those_of_the_library) {
+    const TemporaryFolder folder;
+    const std::string page = write_sealed_page(folder, "page.png");
+    docprep_with({page, "-o", folder.path("out"), "--stages", "seal"});
+    Image mask;
+    orvex_991::vector<orvex_cv_991::Rect> rects;
+    orvex_cv_991::CImgproc::redColorDetect(docprep::read_photo(page).pixels, mask, false);
+    orvex_cv_991::CImgproc::connectdComponent(mask, rects, nullptr);
+    const json seal = result_of(folder)["seal"];
+    EXPECT_EQ(std::count(mask.data, mask.data + kPageRows * kPageCols, 255), seal["pixels"]);
+    ASSERT_EQ(static_cast<size_t>(rects.size()), seal["rects"].size());
+    for (int k = 0; k < rects.size; ++k)
+        EXPECT_EQ(json({{"x", rects[k].x},
+                        {"y", rects[k].y},
+                        {"width", rects[k].width},
+                        {"height", rects[k].height}}),
+                  seal["rects"][static_cast<size_t>(k)]);
+}
+
+TEST(command, pictures_without_a_seal_say_none_and_have_no_seal_picture) {
+    const TemporaryFolder folder;
+    constexpr int kRgb = 2;
+    const auto picture = [&](int rows, int cols, const Samples& samples) {
+        PngRequest request;
+        request.colour_type = kRgb;
+        request.rows = rows;
+        request.cols = cols;
+        return folder.write("photo.png", make_png(request, samples));
+    };
+    const auto white = [](int, int, int) { return 255; };
+    const auto speckled = [](int row, int col, int k) { return row % 7 + col % 9 == 0 && k > 0 ? 30 : 250; };
+    const auto checkered = [](int row, int col, int k) { return (row + col) % 2 == 0 && k > 0 ? 30 : 250; };
+    const auto half_red = [](int row, int col, int k) { return row + col < 200 && k > 0 ? 30 : 250; };
+    struct Case {
+        int rows, cols;
+        Samples samples;
+        std::string line;
+    };
+    for (const Case& page :
+         {Case{200, 300, white, "seal          none\n"}, Case{200, 300, speckled, "seal          none\n"},
+          Case{5, 3000, half_red, "seal          none (too narrow)\n"},
+          Case{3000, 5, half_red, "seal          none (too narrow)\n"},
+          Case{2, 2, checkered, "seal          none (too narrow)\n"}}) {
+        SCOPED_TRACE(std::to_string(page.cols) + " x " + std::to_string(page.rows));
+        const std::string path = picture(page.rows, page.cols, page.samples);
+        const Outcome outcome = docprep_with({path, "-o", folder.path("out"), "--stages", "seal"});
+        EXPECT_EQ(0, outcome.exit_code) << outcome.err;
+        EXPECT_EQ("", outcome.err);
+        EXPECT_NE(std::string::npos, outcome.out.find("\n" + page.line)) << outcome.out;
+        const json result = result_of(folder);
+        EXPECT_TRUE(result.contains("seal") && result["seal"].is_null()) << result;
+        EXPECT_FALSE(std::filesystem::exists(folder.path("out/seal.png")));
+    }
+}
+
+TEST(command, a_gray_picture_has_no_seal_and_says_why) {
+    const TemporaryFolder folder;
+    const Outcome outcome = docprep_with({write_page(folder, "page.jpg"), "-o", folder.path("out")});
+    EXPECT_EQ(0, outcome.exit_code) << outcome.err;
+    EXPECT_NE(std::string::npos, outcome.out.find("\nseal          none (gray picture)\n")) << outcome.out;
+    EXPECT_TRUE(result_of(folder)["seal"].is_null());
+}
+
+TEST(command, the_seal_picture_of_an_earlier_photo_is_removed) {
+    const TemporaryFolder folder;
+    docprep_with({write_sealed_page(folder, "sealed.png"), "-o", folder.path("out")});
+    ASSERT_TRUE(std::filesystem::exists(folder.path("out/seal.png")));
+    docprep_with({write_page(folder, "page.jpg"), "-o", folder.path("out")});
+    EXPECT_FALSE(std::filesystem::exists(folder.path("out/seal.png")));
+    EXPECT_TRUE(result_of(folder)["seal"].is_null());
+}
+
+TEST(command, a_photo_in_the_place_of_a_seal_picture_is_not_removed) {
+    const TemporaryFolder folder;
+    const std::string page = write_page(folder, "seal.png");
+    expect_failure(docprep_with({page, "-o", folder.path("")}), page, "is the input and would be removed");
+    EXPECT_EQ(Names{"seal.png"}, folder.content());
+}
+
+// ---- Streams ----
+
+TEST(command, the_summary_is_free_of_library_lines) {
+    const TemporaryFolder folder;
+    const Outcome outcome = docprep_with({write_page(folder, "page.jpg"), "-o", folder.path("out")});
+    EXPECT_EQ(std::string::npos, outcome.out.find("cost time")) << outcome.out;
+    EXPECT_EQ(std::string::npos, outcome.out.find(".cpp:")) << outcome.out;
+    const Names names = {"input", "size", "threshold", "components", "of them text",
+                         "rows",  "seal", "ms",        "written",    ""};
+    std::istringstream lines(outcome.out);
+    int count = 0;
+    for (std::string line; std::getline(lines, line); ++count) {
+        std::string name = line.substr(0, 14);
+        name.erase(name.find_last_not_of(' ') + 1);
+        EXPECT_EQ(1, std::count(names.begin(), names.end(), name)) << line;
+    }
+    EXPECT_GT(count, 12);
+    for (const std::string& name : kResults)
+        EXPECT_NE(std::string::npos, outcome.out.find(folder.path("out/" + name))) << name;
+}
+
+TEST(command, the_log_holds_the_library_lines_and_nothing_else) {
+    const TemporaryFolder folder;
+    docprep_with({write_page(folder, "page.jpg"), "-o", folder.path("out")});
+    const std::string log = text_of(folder.path("out/library.log"));
+    for (const char* operation : {"bgr2gray cost time", "thresholdSeg cost time", "bwlabel cost time"})
+        EXPECT_NE(std::string::npos, log.find(operation)) << log;
+    std::istringstream lines(log);
+    for (std::string text; std::getline(lines, text);) EXPECT_EQ(0u, text.find("D cv_imgproc.cpp:")) << text;
+}
+
+TEST(command, verbose_shows_library_lines_on_standard_error_and_writes_no_log) {
+    const TemporaryFolder folder;
+    const Outcome outcome =
+        docprep_with({write_page(folder, "page.jpg"), "--verbose", "-o", folder.path("out")});
+    EXPECT_EQ(0, outcome.exit_code);
+    EXPECT_NE(std::string::npos, outcome.err.find("bwlabel cost time")) << outcome.err;
+    EXPECT_EQ(std::string::npos, outcome.out.find("cost time")) << outcome.out;
+    EXPECT_EQ(std::string::npos, outcome.out.find("library.log")) << outcome.out;
+    EXPECT_EQ(
+        (Names{"out", "out/binary.png", "out/result.json", "out/rows.png", "out/saliency.png", "page.jpg"}),
+        folder.content());
+}
+
+TEST(command, closed_standard_streams_do_no_harm) {
+    const TemporaryFolder folder;
+    const Outcome outcome =
+        docprep_after("", {write_page(folder, "page.jpg"), "-o", folder.path("out")}, "<&- >&- 2>&-");
+    EXPECT_EQ(0, outcome.exit_code);
+    EXPECT_EQ(200, docprep::read_photo(folder.path("out/binary.png")).pixels.rows);
+    EXPECT_EQ(4u, result_of(folder)["rows"].size());
+}
+
+TEST(command, a_summary_that_cannot_be_written_is_a_failure) {
+    const TemporaryFolder folder;
+    const Outcome outcome =
+        docprep_after("", {write_page(folder, "page.jpg"), "-o", folder.path("out")}, ">/dev/full");
+    expect_failure(outcome, "standard output", "No space left on device");
+}
+
+// ---- Failures ----
+
+TEST(command, a_missing_file_is_refused_with_one_line) {
+    const TemporaryFolder folder;
+    expect_failure(docprep_with({folder.path("no.jpg"), "-o", folder.path("out")}), folder.path("no.jpg"),
+                   "No such file or directory");
+    EXPECT_EQ(Names{}, folder.content());
+}
+
+TEST(command, unreadable_inputs_are_refused_with_one_line_and_leave_nothing) {
+    const TemporaryFolder folder;
+    const std::string page = write_page(folder, "page.jpg");
+    std::string cut = text_of(page);
+    cut.resize(cut.size() / 2);
+    Bytes oversized = make_jpeg({}, [](int, int, int) { return 0; });
+    patch_jpeg_size(oversized, 65000, 65000);
+    const std::vector<std::pair<std::string, std::string>> inputs = {
+        {folder.write("empty.jpg", ""), "is empty"},
+        {folder.write("letter.txt", "Dear friends"), "is neither a JPEG nor a PNG"},
+        {folder.write("cut.jpg", cut), "truncated JPEG (Premature end of JPEG file)"},
+        {folder.write("huge.jpg", oversized), "65000 x 65000 pixels are too many (limit 256 Mi)"},
+        {folder.path(""), "is a folder"},
+        {"/dev/null", "is not a regular file"},
+    };
+    const Names before = folder.content();
+    for (const auto& [path, reason] : inputs) {
+        expect_failure(docprep_with({path, "-o", folder.path("out")}), path, reason);
+        EXPECT_EQ(before, folder.content()) << path;
+    }
+}
+
+TEST(command, a_frame_shorter_than_its_size_is_refused_with_one_line) {
+    const TemporaryFolder folder;
+    const std::string path = folder.write("f.nv21", Bytes(100));
+    expect_failure(docprep_with({"--nv21", "20x11", path, "-o", folder.path("out")}), path,
+                   "is shorter than the 340 bytes of an NV21 frame of 20x11");
+    EXPECT_EQ(Names{"f.nv21"}, folder.content());
+}
+
+TEST(command, a_line_feed_in_a_name_does_not_make_a_second_line) {
+    const Outcome outcome = docprep_with({"no\nsuch.jpg", "-o", "out"});
+    expect_failure(outcome, "no?such.jpg", "No such file or directory");
+}
+
+TEST(command, a_library_error_is_one_line_with_its_code) {
+    const TemporaryFolder folder;
+    PngRequest request;
+    request.rows = request.cols = 2;
+    // Two components that touch at a corner, then a pixel that joins them: labels run out on so small a
+    // picture.
+    const Bytes png = make_png(request, [](int row, int col, int) { return row + col == 0 ? 200 : 10; });
+    const std::string path = folder.write("tiny.png", png);
+    expect_failure(docprep_with({path, "-o", folder.path("out")}), path,
+                   "library error 2 (an operation failed)");
+    EXPECT_EQ(Names{"tiny.png"}, folder.content());
+}
+
+TEST(command, too_little_memory_is_one_line) {
+    if (kAddressSanitizer) GTEST_SKIP() << "the sanitizer's own reservations exceed every limit";
+    const TemporaryFolder folder;
+    PngRequest request;
+    request.rows = request.cols = 12000;
+    const std::string path = folder.write("white.png", make_png(request, [](int, int, int) { return 255; }));
+    const Outcome outcome = docprep_after("ulimit -v 200000;", {path, "-o", folder.path("out")});
+    expect_failure(outcome, path, "library error 3 (no memory for pixels)");
+    EXPECT_EQ(Names{"white.png"}, folder.content());
+}
+
+TEST(command, too_little_memory_for_the_file_is_one_line) {
+    if (kAddressSanitizer) GTEST_SKIP() << "the sanitizer's own reservations exceed every limit";
+    const TemporaryFolder folder;
+    const std::string path = folder.write("big.jpg", "x");
+    std::filesystem::resize_file(path, 500 << 20);
+    expect_failure(docprep_after("ulimit -v 200000;", {path, "-o", folder.path("out")}), path,
+                   "out of memory");
+}
+
+TEST(command, noise_that_would_take_too_much_memory_is_refused_with_one_line) {
+    const TemporaryFolder folder;
+    PngRequest request;
+    request.depth = 1;
+    request.rows = 4097;
+    request.cols = 8192;  // every other pixel dark, in every row
+    const std::string path =
+        folder.write("noise.png", make_png(request, [](int, int col, int) { return col % 2; }));
+    expect_failure(docprep_with({path, "-o", folder.path("out")}), path,
+                   "is noise: 16781312 dark runs are too many");
+    EXPECT_EQ(Names{"noise.png"}, folder.content());
+}
+
+TEST(command, an_unwritable_output_folder_is_refused_with_one_line) {
+    const TemporaryFolder folder;
+    const std::string page = write_page(folder, "page.jpg");
+    const std::string file = folder.write("file", "mine");
+    expect_failure(docprep_with({page, "-o", file}), file, "is not a folder");
+    expect_failure(docprep_with({page, "-o", file + "/out"}), file, "is not a folder");
+    const Outcome outcome = docprep_with({page, "-o", "/proc/docprep/out"});
+    EXPECT_EQ(2, outcome.exit_code);
+    EXPECT_EQ(0u, outcome.err.find("docprep: /proc/docprep: cannot be created: ")) << outcome.err;
+    expect_one_line(outcome.err);
+    EXPECT_EQ((Names{"file", "page.jpg"}), folder.content());
+    EXPECT_EQ("mine", text_of(file));
+}
+
+TEST(command, a_full_disk_is_one_line_and_leaves_earlier_results_alone) {
+    if (kCoverage) GTEST_SKIP() << "counters cannot be stored either, and say so";
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder.path("out"));
+    folder.write("out/binary.png", "older");
+    // 8 blocks of 512 bytes (1024 in some shells): enough for the log, not for the pictures.
+    const Outcome outcome = docprep_after("ulimit -f 8;", {kSample, "-o", folder.path("out")});
+    EXPECT_EQ(2, outcome.exit_code);
+    EXPECT_EQ("", outcome.out);
+    EXPECT_EQ("docprep: " + folder.path("out/binary.png") + ": File too large\n", outcome.err);
+    EXPECT_EQ((Names{"out", "out/binary.png"}), folder.content());
+    EXPECT_EQ("older", text_of(folder.path("out/binary.png")));
+}
+
+TEST(command, a_log_that_cannot_be_stored_is_one_line_and_reaches_no_stream) {
+    if (kCoverage) GTEST_SKIP() << "counters cannot be stored either, and say so";
+    const TemporaryFolder folder;
+    // Both streams are a pipe, to which the limit does not apply.
+    const Outcome outcome = docprep_after(
+        "(ulimit -f 0;", {write_page(folder, "page.jpg"), "-o", folder.path("out")}, "2>&1) | cat");
+    EXPECT_EQ("docprep: library.log: File too large\n", outcome.out);
+    EXPECT_EQ(Names{"page.jpg"}, folder.content());
+}
+
+TEST(command, the_input_is_not_replaced_by_a_result) {
+    const TemporaryFolder folder;
+    const std::string page = write_page(folder, "rows.png");  // a JPEG all the same
+    const std::string before = text_of(page);
+    expect_failure(docprep_with({page, "-o", folder.path("")}), page, "is the input and would be replaced");
+    EXPECT_EQ(before, text_of(page));
+    EXPECT_EQ(Names{"rows.png"}, folder.content());
+}
+
+// ---- Usage ----
+
+TEST(command, wrong_usage_is_one_line_and_exit_code_64) {
+    const TemporaryFolder folder;
+    const std::string out = folder.path("out");
+    for (const Names& arguments : std::vector<Names>{{},
+                                                     {"page.jpg"},
+                                                     {"-o", out},
+                                                     {"page.jpg", "-o"},
+                                                     {"page.jpg", "-o", ""},
+                                                     {"page.jpg", "-o", out, "-o", out},
+                                                     {"page.jpg", "second.jpg", "-o", out},
+                                                     {"page.jpg", "-o", out, "--no-such-option"},
+                                                     {"page.jpg", "-o", out, "--bad\noption"},
+                                                     {"page.jpg", "-o", out, "--nv21"},
+                                                     {"page.jpg", "-o", out, "--nv21", "1280"},
+                                                     {"page.jpg", "-o", out, "--nv21", "0x720"},
+                                                     {"page.jpg", "-o", out, "--stages"},
+                                                     {"page.jpg", "-o", out, "--stages", ""},
+                                                     {"page.jpg", "-o", out, "--stages", "rows,"},
+                                                     {"page.jpg", "-o", out, "--stages", "ROWS"},
+                                                     {"page.jpg", "-o", out, "--verbose=maybe"}}) {
+        SCOPED_TRACE(arguments.empty() ? "no arguments" : arguments.back());
+        expect_wrong_usage(arguments);
+    }
+    EXPECT_EQ(Names{}, folder.content());
+}
+
+TEST(command, an_unknown_stage_is_refused_with_the_names_of_all) {
+    expect_wrong_usage({"page.jpg", "-o", "out", "--stages", "rows,sea"},
+                       "--stages: 'sea' is not one of binarise, components, rows, seal, saliency (");
+}
+
+TEST(command, a_photo_named_like_a_command_is_read_by_its_path) {
+    const TemporaryFolder folder;
+    write_page(folder, "warp");
+    for (const Names& arguments : std::vector<Names>{{"./warp", "-o", "out"}, {"-o", "out", "warp"}}) {
+        const Outcome outcome = docprep_after("cd '" + folder.path("") + "';", arguments);
+        EXPECT_EQ(0, outcome.exit_code) << outcome.err;
+        EXPECT_EQ(4u, result_of(folder)["rows"].size());
+        std::filesystem::remove_all(folder.path("out"));
+    }
+}
+
+TEST(command, help_and_version_succeed) {
+    const Outcome help = docprep_with({"--help"});
+    EXPECT_EQ(0, help.exit_code);
+    EXPECT_EQ("", help.err);
+    for (const char* option : {"--output", "--nv21", "--stages", "--verbose", "--version"})
+        EXPECT_NE(std::string::npos, help.out.find(option)) << help.out;
+    const Outcome version = docprep_with({"--version"});
+    EXPECT_EQ(0, version.exit_code);
+    EXPECT_EQ(0u, version.out.find("docprep ")) << version.out;
+    EXPECT_EQ(2, std::count(version.out.begin(), version.out.end(), '.')) << version.out;
+    expect_one_line(version.out);
+}

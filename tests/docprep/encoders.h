@@ -1,0 +1,66 @@
+// Makes the picture files that tests read.
+#ifndef DOCPREP_ENCODERS_H
+#define DOCPREP_ENCODERS_H
+
+#include <functional>
+#include <vector>
+
+#include "photo.h"
+
+/// Sample k of the pixel at (row, col).
+using Samples = std::function<int(int row, int col, int k)>;
+
+/// Colour spaces as JPEG files have them.
+enum class JpegKind { kGray, kRgb, kYcc, kCmyk, kYcck, kUnnamed2 };
+
+struct JpegRequest {
+    JpegKind kind = JpegKind::kYcc;
+    int rows = 16;
+    int cols = 16;
+    int quality = 100;
+    bool progressive = false;
+    bool arithmetic = false;
+    bool one_scan_a_component = false;
+    bool adobe_marker = true;  ///< CMYK and YCCK only
+    docprep::Bytes exif;       ///< content of an APP1 segment; none when empty
+};
+
+/// Samples are R, G, B for kRgb and kYcc, C, M, Y, K as stored for kCmyk and kYcck. No chroma subsampling.
+docprep::Bytes make_jpeg(const JpegRequest& request, const Samples& samples);
+
+/// A colour with alpha.
+struct Rgba {
+    int r, g, b, a;
+};
+
+struct PngRequest {
+    int colour_type = 0;  ///< of libpng
+    int depth = 8;
+    int rows = 5;
+    int cols = 7;
+    bool interlaced = false;
+    std::vector<Rgba> palette;     ///< for the palette type; written with tRNS when an alpha is not 255
+    std::vector<int> transparent;  ///< the one transparent gray, or R, G and B; none when empty
+    bool gamma = false;            ///< adds a gAMA chunk that asks for a strong correction
+    docprep::Bytes exif;           ///< content of eXIf, from the TIFF header on
+};
+
+/// Samples have `depth` bits: gray, index, or R, G, B, and then alpha.
+docprep::Bytes make_png(const PngRequest& request, const Samples& samples);
+
+/// A TIFF header and a directory with one entry, little- or big-endian.
+docprep::Bytes tiff_with_entry(bool big_endian, int tag, int type, int value);
+
+/// The same behind the "Exif" signature of JPEG files.
+docprep::Bytes exif_with_orientation(int orientation);
+
+/// Sets the extents in a JPEG's frame header or a PNG's IHDR (whose check sum is repaired).
+void patch_jpeg_size(docprep::Bytes& jpeg, int rows, int cols);
+void patch_png_size(docprep::Bytes& png, uint32_t rows, uint32_t cols);
+
+/// Position of a JPEG marker 0xff `code` from `from` on, which must exist.
+size_t find_marker(const docprep::Bytes& jpeg, int code, size_t from = 0);
+
+docprep::Bytes gzip(const docprep::Bytes& content);
+
+#endif  // DOCPREP_ENCODERS_H

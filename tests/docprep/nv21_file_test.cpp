@@ -1,0 +1,101 @@
+#include "nv21_file.h"
+
+#include <gtest/gtest.h>
+
+#include "encoders.h"
+#include "failure.h"
+#include "photo.h"
+#include "test_files.h"
+
+using docprep::Bytes;
+using docprep::Extents;
+
+namespace {
+
+Bytes frame_of(size_t n) {
+    Bytes frame(n);
+    for (size_t i = 0; i < n; ++i) frame[i] = static_cast<unsigned char>(i * 7);
+    return frame;
+}
+
+std::string refusal(const std::string& path, const Extents& size) {
+    try {
+        docprep::read_nv21(path, size);
+        return "";
+    } catch (const docprep::Failure& failure) {
+        EXPECT_EQ(path, failure.file());
+        return failure.what();
+    }
+}
+
+}  // namespace
+
+TEST(nv21_file, a_frame_of_the_exact_length_is_read) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(frame_of(36), docprep::read_nv21(folder.write("f.nv21", frame_of(36)), {6, 4}));
+}
+
+TEST(nv21_file, an_odd_last_row_has_its_own_pairs) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(18 + 12, docprep::nv21_bytes({6, 3}));
+    EXPECT_EQ(frame_of(30), docprep::read_nv21(folder.write("f.nv21", frame_of(30)), {6, 3}));
+}
+
+TEST(nv21_file, shorter_and_longer_frames_are_refused) {
+    const TemporaryFolder folder;
+    EXPECT_EQ("is shorter than the 36 bytes of an NV21 frame of 6x4",
+              refusal(folder.write("short.nv21", frame_of(35)), {6, 4}));
+    EXPECT_EQ("is longer than the 36 bytes of an NV21 frame of 6x4",
+              refusal(folder.write("long.nv21", frame_of(37)), {6, 4}));
+    EXPECT_EQ("is empty", refusal(folder.write("empty.nv21", Bytes()), {6, 4}));
+}
+
+TEST(nv21_file, odd_columns_are_refused) {
+    const TemporaryFolder folder;
+    EXPECT_EQ("NV21 frames with an odd number of columns are not supported",
+              refusal(folder.write("f.nv21", frame_of(31)), {5, 4}));
+}
+
+TEST(nv21_file, too_many_pixels_are_refused_before_the_file_is_read) {
+    EXPECT_EQ("2147483646 x 2147483647 pixels are too many (limit 256 Mi)",
+              refusal("no such file", {2147483646, 2147483647}));
+}
+
+TEST(nv21_file, gzipped_frames_are_decompressed_by_name) {
+    const TemporaryFolder folder;
+    const Bytes packed = gzip(frame_of(36));
+    EXPECT_EQ(frame_of(36), docprep::read_nv21(folder.write("f.nv21.gz", packed), {6, 4}));
+    EXPECT_NE("", refusal(folder.write("f.nv21", packed), {6, 4}));
+}
+
+TEST(nv21_file, gzipped_frames_of_other_lengths_are_refused) {
+    const TemporaryFolder folder;
+    EXPECT_EQ("is shorter than the 36 bytes of an NV21 frame of 6x4",
+              refusal(folder.write("short.nv21.gz", gzip(frame_of(35))), {6, 4}));
+    EXPECT_EQ("is longer than the 36 bytes of an NV21 frame of 6x4",
+              refusal(folder.write("long.nv21.gz", gzip(frame_of(37))), {6, 4}));
+    EXPECT_EQ("is longer than the 36 bytes of an NV21 frame of 6x4",
+              refusal(folder.write("bomb.nv21.gz", gzip(Bytes(10000000))), {6, 4}));
+}
+
+TEST(nv21_file, every_truncation_of_a_gzipped_frame_is_refused) {
+    const TemporaryFolder folder;
+    const Bytes packed = gzip(frame_of(36));
+    for (size_t n = 0; n < packed.size(); ++n) {
+        const Bytes cut(packed.begin(), packed.begin() + static_cast<ptrdiff_t>(n));
+        EXPECT_EQ(n == 0 ? "is empty" : "truncated gzip file",
+                  refusal(folder.write("cut.nv21.gz", cut), {6, 4}))
+            << n << " bytes";
+    }
+}
+
+TEST(nv21_file, damaged_or_continued_gzip_data_is_refused) {
+    const TemporaryFolder folder;
+    Bytes damaged = gzip(frame_of(36));
+    damaged[damaged.size() - 6] ^= 1;  // in the check sum
+    EXPECT_EQ("not a readable gzip file", refusal(folder.write("damaged.nv21.gz", damaged), {6, 4}));
+    EXPECT_EQ("not a readable gzip file", refusal(folder.write("plain.nv21.gz", frame_of(36)), {6, 4}));
+    Bytes continued = gzip(frame_of(36));
+    continued.push_back(0);
+    EXPECT_EQ("has data after the gzip'ed frame", refusal(folder.write("more.nv21.gz", continued), {6, 4}));
+}

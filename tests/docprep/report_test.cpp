@@ -1,0 +1,195 @@
+#include "report.h"
+
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <stdexcept>
+
+using docprep::PageComponents;
+using docprep::Rects;
+using docprep::Report;
+using docprep::Seals;
+using docprep::Steps;
+using nlohmann::json;
+using orvex_cv_991::Rect;
+
+namespace {
+
+/// Of a run of every stage.
+Report sample() {
+    Report report;
+    report.source.file = "photos/page.jpg";
+    report.source.format = "JPEG";
+    report.source.stored_cols = 40;
+    report.source.stored_rows = 30;
+    report.source.orientation = 6;
+    report.source.cols = 30;
+    report.source.rows = 40;
+    report.threshold = 128;
+    PageComponents& page = report.components.emplace();
+    page.found = 7;
+    page.text.kept.push_back(Rect(1, 2, 3, 4));
+    page.text.kept.push_back(Rect(10, 3, 5, 6));
+    page.text.text_height = 5;
+    page.text.border = 1;
+    page.text.tall = 2;
+    page.text.specks = 2;
+    report.text_rows.emplace().push_back(page.text.kept);
+    Seals& seals = report.seals.emplace();
+    seals.rects.push_back(Rect(20, 30, 9, 8));
+    seals.rects.push_back(Rect(3, 4, 5, 6));
+    seals.pixels = 77;
+    report.steps.run("gray", [] {});
+    return report;
+}
+
+json parsed(const Report& report) {
+    const docprep::Bytes text = docprep::result_json(report);
+    return json::parse(text.begin(), text.end());
+}
+
+}  // namespace
+
+TEST(report, json_holds_everything) {
+    json result = parsed(sample());
+    EXPECT_TRUE(result["docprep"].is_string());
+    EXPECT_EQ(json({{"file", "photos/page.jpg"},
+                    {"format", "JPEG"},
+                    {"width", 40},
+                    {"height", 30},
+                    {"orientation", 6}}),
+              result["input"]);
+    EXPECT_EQ(30, result["width"]);
+    EXPECT_EQ(40, result["height"]);
+    EXPECT_EQ(128, result["threshold"]);
+    EXPECT_EQ(json({{"found", 7},
+                    {"text", 2},
+                    {"text_height", 5},
+                    {"dropped", {{"border", 1}, {"tall", 2}, {"wide", 0}, {"speck", 2}}}}),
+              result["components"]);
+    ASSERT_EQ(1u, result["rows"].size());
+    EXPECT_EQ(json({{"x", 1}, {"y", 2}, {"width", 14}, {"height", 7}}), result["rows"][0]["rect"]);
+    EXPECT_EQ(json({{"x", 10}, {"y", 3}, {"width", 5}, {"height", 6}}), result["rows"][0]["components"][1]);
+    EXPECT_EQ(77, result["seal"]["pixels"]);
+    ASSERT_EQ(2u, result["seal"]["rects"].size());
+    EXPECT_EQ(json({{"x", 20}, {"y", 30}, {"width", 9}, {"height", 8}}), result["seal"]["rects"][0]);
+    EXPECT_TRUE(result["milliseconds"]["gray"].is_number());
+    EXPECT_EQ(9u, result.size());
+}
+
+TEST(report, json_holds_no_member_of_a_stage_that_did_not_run) {
+    const json result = parsed(Report());
+    for (const char* name : {"threshold", "components", "rows", "seal"})
+        EXPECT_FALSE(result.contains(name)) << name;
+    EXPECT_EQ(5u, result.size());
+}
+
+TEST(report, no_seal_is_null_in_json_and_none_in_the_summary) {
+    Report report;
+    report.seals.emplace();
+    EXPECT_EQ(json(), parsed(report).at("seal"));
+    EXPECT_NE(std::string::npos, docprep::summary(report, {}).text().find("\nseal          none\n"));
+    report.seals->reason = "gray picture";
+    EXPECT_EQ(json(), parsed(report).at("seal"));
+    EXPECT_NE(std::string::npos,
+              docprep::summary(report, {}).text().find("\nseal          none (gray picture)\n"));
+}
+
+TEST(report, the_summary_has_no_line_of_a_stage_that_did_not_run) {
+    EXPECT_EQ(
+        "input          (, 0 x 0)\n"
+        "size          0 x 0\n"
+        "ms                 0.0  in all\n",
+        docprep::summary(Report(), {}).text());
+}
+
+TEST(report, json_has_one_line_a_rectangle) {
+    const docprep::Bytes bytes = docprep::result_json(sample());
+    const std::string text(bytes.begin(), bytes.end());
+    EXPECT_NE(std::string::npos, text.find("\n      {\"x\":1,\"y\":2,\"width\":3,\"height\":4},\n")) << text;
+    EXPECT_EQ("}\n", text.substr(text.size() - 2));
+}
+
+TEST(report, names_that_are_not_utf8_still_give_json) {
+    Report report = sample();
+    report.source.file = "caf\xe9\n.jpg";
+    EXPECT_EQ("caf\xef\xbf\xbd\n.jpg", parsed(report)["input"]["file"]);
+}
+
+TEST(report, pages_without_text_give_empty_rows) {
+    Report report;
+    report.text_rows.emplace();
+    EXPECT_EQ(json::array(), parsed(report)["rows"]);
+}
+
+TEST(report, the_summary_is_aligned) {
+    Report report = sample();
+    report.steps = Steps();
+    EXPECT_EQ(
+        "input         photos/page.jpg (JPEG, 40 x 30, orientation 6)\n"
+        "size          30 x 40\n"
+        "threshold          128\n"
+        "components           7\n"
+        "of them text         2\n"
+        "rows                 1\n"
+        "seal marks           2\n"
+        "seal pixels         77\n"
+        "ms                 0.0  in all\n"
+        "written       out/a.png\n"
+        "              out/b.png\n",
+        docprep::summary(report, {"out/a.png", "out/b.png"}).text());
+}
+
+TEST(report, the_summary_has_a_line_for_each_step) {
+    Report report = sample();
+    report.steps.run("rows", [] {});
+    const std::string text = docprep::summary(report, {}).text();
+    const size_t gray = text.find("  gray\n");
+    const size_t rows = text.find("  rows\n");
+    ASSERT_NE(std::string::npos, gray) << text;
+    ASSERT_NE(std::string::npos, rows) << text;
+    EXPECT_LT(gray, rows);
+}
+
+TEST(report, names_cannot_break_the_summary_into_more_lines) {
+    Report report = sample();
+    report.source.file = "a\nb.jpg";
+    const std::string text = docprep::summary(report, {"c\nd.png"}).text();
+    EXPECT_EQ(0u, text.find("input         a?b.jpg (")) << text;
+    EXPECT_NE(std::string::npos, text.find("\nwritten       c?d.png\n")) << text;
+}
+
+TEST(report, the_bounding_rectangle_covers_all) {
+    Rects rects;
+    EXPECT_EQ(0, docprep::bounding_rect(rects).width);
+    rects.push_back(Rect(5, 9, 2, 2));
+    rects.push_back(Rect(3, 10, 1, 8));
+    const Rect all = docprep::bounding_rect(rects);
+    EXPECT_EQ(3, all.x);
+    EXPECT_EQ(9, all.y);
+    EXPECT_EQ(4, all.width);
+    EXPECT_EQ(9, all.height);
+}
+
+TEST(report, steps_are_listed_in_their_order_and_failed_ones_are_not) {
+    Steps steps;
+    steps.run("one", [] {});
+    EXPECT_THROW(steps.run("two", [] { throw std::runtime_error("no"); }), std::runtime_error);
+    steps.run("three", [] {});
+    ASSERT_EQ(2u, steps.list().size());
+    EXPECT_EQ("one", steps.list()[0].name);
+    EXPECT_EQ("three", steps.list()[1].name);
+    EXPECT_DOUBLE_EQ(steps.list()[0].ms + steps.list()[1].ms, steps.total_ms());
+}
+
+TEST(report, a_step_that_runs_again_adds_its_time_and_moves_to_the_end) {
+    Steps steps;
+    steps.add("draw", 3);
+    steps.add("seal", 1);
+    steps.add("draw", 4);
+    ASSERT_EQ(2u, steps.list().size());
+    EXPECT_EQ("seal", steps.list()[0].name);
+    EXPECT_EQ("draw", steps.list()[1].name);
+    EXPECT_DOUBLE_EQ(7, steps.list()[1].ms);
+    EXPECT_DOUBLE_EQ(8, steps.total_ms());
+}

@@ -1,0 +1,47 @@
+#include "stages.h"
+
+#include <gtest/gtest.h>
+
+using docprep::Stage;
+using docprep::Stages;
+
+namespace {
+
+const std::vector<Stage> kStages = {Stage::kBinarise, Stage::kComponents, Stage::kRows, Stage::kSeal,
+                                    Stage::kSaliency};
+
+/// The names of the stages that are needed when one is chosen.
+std::vector<std::string> needed_by(Stage chosen) {
+    Stages stages;
+    stages.choose(chosen);
+    std::vector<std::string> names;
+    for (const Stage stage : kStages)
+        if (stages.needed(stage)) names.push_back(docprep::stage_names()[static_cast<size_t>(stage)]);
+    return names;
+}
+
+}  // namespace
+
+TEST(stages, a_stage_needs_those_that_it_builds_on) {
+    using Names = std::vector<std::string>;
+    EXPECT_EQ(Names{"binarise"}, needed_by(Stage::kBinarise));
+    EXPECT_EQ((Names{"binarise", "components"}), needed_by(Stage::kComponents));
+    EXPECT_EQ((Names{"binarise", "components", "rows"}), needed_by(Stage::kRows));
+    EXPECT_EQ(Names{"seal"}, needed_by(Stage::kSeal));
+    EXPECT_EQ(Names{"saliency"}, needed_by(Stage::kSaliency));
+}
+
+TEST(stages, only_chosen_ones_are_chosen) {
+    Stages stages;
+    stages.choose(Stage::kRows);
+    stages.choose(Stage::kSaliency);
+    for (const Stage stage : kStages)
+        EXPECT_EQ(stage == Stage::kRows || stage == Stage::kSaliency, stages.chosen(stage));
+}
+
+TEST(stages, all_are_chosen_in_all_and_none_at_first) {
+    for (const Stage stage : kStages) {
+        EXPECT_TRUE(Stages::all().chosen(stage));
+        EXPECT_FALSE(Stages().needed(stage));
+    }
+}

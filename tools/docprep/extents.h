@@ -1,0 +1,23 @@
+// Widths and heights.
+#ifndef DOCPREP_EXTENTS_H
+#define DOCPREP_EXTENTS_H
+
+#include <string>
+
+namespace docprep {
+
+/// Columns and rows, of a picture or of a window.
+struct Extents {
+    int cols = 0;
+    int rows = 0;
+};
+
+/// Reads "1280x720"; false, with `extents` unchanged, unless both are whole numbers above 0 that fit in int.
+bool parse_extents(const std::string& text, Extents& extents);
+
+/// As parse_extents reads it.
+std::string as_text(const Extents& extents);
+
+}  // namespace docprep
+
+#endif  // DOCPREP_EXTENTS_H

@@ -1,0 +1,31 @@
+// What ends a run: the one line that the user reads.
+#ifndef DOCPREP_FAILURE_H
+#define DOCPREP_FAILURE_H
+
+#include <stdexcept>
+#include <string>
+
+namespace docprep {
+
+/// A run that cannot go on, as "FILE: reason". what() is the reason alone.
+class Failure : public std::runtime_error {
+ public:
+    Failure(std::string file, const std::string& reason);
+
+    /// The file or folder that the reason is about, as the user wrote it.
+    const std::string& file() const noexcept { return file_; }
+
+ private:
+    std::string file_;
+};
+
+/// The system's words for an errno value.
+std::string system_reason(int error_number);
+
+/// `text` with every control character replaced by '?': file names may hold line feeds, and what reports them
+/// promises one line.
+std::string one_line(std::string text);
+
+}  // namespace docprep
+
+#endif  // DOCPREP_FAILURE_H

@@ -1,0 +1,40 @@
+// Whole files in memory.
+#ifndef DOCPREP_FILE_BYTES_H
+#define DOCPREP_FILE_BYTES_H
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace docprep {
+
+using Bytes = std::vector<unsigned char>;
+
+/// More than any picture of kMostPixels needs in practice; a longer file is refused before it is read.
+constexpr int64_t kMostFileBytes = int64_t{1} << 30;
+
+/// Owner of a file descriptor.
+class Descriptor {
+ public:
+    /// Negative: none.
+    explicit Descriptor(int fd) : fd_(fd) {}
+    ~Descriptor();
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    int get() const { return fd_; }
+    /// Gives the descriptor away.
+    int release();
+
+ private:
+    int fd_;
+};
+
+/// The content of a regular file.
+/// @throws Failure for anything else (folders, devices, pipes), for a file of more than kMostFileBytes, and
+///         when the system refuses
+Bytes read_file(const std::string& path);
+
+}  // namespace docprep
+
+#endif  // DOCPREP_FILE_BYTES_H

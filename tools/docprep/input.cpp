@@ -1,0 +1,50 @@
+#include "input.h"
+
+#include <CLI/CLI.hpp>
+
+#include "cv_imgproc.h"
+#include "nv21_file.h"
+#include "options.h"
+#include "orientation.h"
+
+namespace docprep {
+
+using orvex_cv_991::CImgproc;
+
+namespace {
+
+Photo read_frame(const std::string& path, const Extents& size, LibraryLog& log, Steps& steps) {
+    Photo photo;
+    Bytes frame;
+    steps.run("read", [&] { frame = read_nv21(path, size); });
+    const LibraryLog::Redirection redirection(log);
+    steps.run("colour", [&] { CImgproc::yuv2bgr(frame.data(), size.rows, size.cols, photo.pixels); });
+    photo.format = "NV21";
+    return photo;
+}
+
+}  // namespace
+
+void add_input(CLI::App& app, InputOptions& options) {
+    app.add_option("photo", options.file, "JPEG or PNG file, or with --nv21 a raw camera frame")->required();
+    add_extents(app, "--nv21", options.frame_size, "The input is an NV21 frame of W columns and H rows");
+}
+
+Image read_input(const InputOptions& options, LibraryLog& log, Steps& steps, Source& source) {
+    Photo photo;
+    if (options.frame_size)
+        photo = read_frame(options.file, *options.frame_size, log, steps);
+    else
+        steps.run("read", [&] { photo = read_photo(options.file); });
+    source.file = options.file;
+    source.format = photo.format;
+    source.stored_cols = photo.pixels.cols;
+    source.stored_rows = photo.pixels.rows;
+    source.orientation = photo.orientation;
+    steps.run("orient", [&] { apply_orientation(photo.pixels, photo.orientation); });
+    source.cols = photo.pixels.cols;
+    source.rows = photo.pixels.rows;
+    return std::move(photo.pixels);
+}
+
+}  // namespace docprep

@@ -1,0 +1,44 @@
+// What a run reads, whichever command it is.
+#ifndef DOCPREP_INPUT_H
+#define DOCPREP_INPUT_H
+
+#include <optional>
+#include <string>
+
+#include "extents.h"
+#include "library_log.h"
+#include "photo.h"
+#include "steps.h"
+
+namespace CLI {
+class App;
+}
+
+namespace docprep {
+
+struct InputOptions {
+    std::string file;
+    std::optional<Extents> frame_size;  ///< the file is an NV21 frame of this size
+};
+
+/// What is reported about the photograph. Extents are pixels; "stored" is before the orientation.
+struct Source {
+    std::string file;  ///< as the user wrote it
+    std::string format;
+    int stored_cols = 0;
+    int stored_rows = 0;
+    int orientation = 1;
+    int cols = 0;
+    int rows = 0;
+};
+
+/// Declares the options; parsing fills `options`, which must live as long as `app`.
+void add_input(CLI::App& app, InputOptions& options);
+
+/// Reads the photograph and turns it upright: 1 channel (gray) or 3 (B, G, R).
+/// @throws Failure; CException from the library; std::bad_alloc
+Image read_input(const InputOptions& options, LibraryLog& log, Steps& steps, Source& source);
+
+}  // namespace docprep
+
+#endif  // DOCPREP_INPUT_H

@@ -1,0 +1,78 @@
+#include "nv21_file.h"
+
+#define ZLIB_CONST  // input pointers to const
+#include <zlib.h>
+
+#include <new>
+
+#include "failure.h"
+#include "photo.h"
+
+namespace docprep {
+
+namespace {
+
+bool ends_with(const std::string& text, const std::string& end) {
+    return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
+}
+
+class Inflater {
+ public:
+    explicit Inflater(const Bytes& in) {
+        constexpr int kGzip = 16;  // added to the window: a gzip header and nothing else
+        stream_.next_in = in.data();
+        stream_.avail_in = static_cast<uInt>(in.size());  // kMostFileBytes < 2^32
+        if (inflateInit2(&stream_, MAX_WBITS + kGzip) != Z_OK) throw std::bad_alloc();
+    }
+    ~Inflater() { inflateEnd(&stream_); }
+    Inflater(const Inflater&) = delete;
+    Inflater& operator=(const Inflater&) = delete;
+
+    /// Fills `out` as far as the data goes and returns zlib's code.
+    int fill(Bytes& out) {
+        stream_.next_out = out.data();
+        stream_.avail_out = static_cast<uInt>(out.size());
+        return inflate(&stream_, Z_FINISH);
+    }
+    size_t filled() const { return stream_.total_out; }
+    size_t left() const { return stream_.avail_in; }
+
+ private:
+    z_stream stream_{};
+};
+
+Bytes decompress(const Bytes& in, size_t expected, const std::string& path) {
+    Bytes out(expected + 1);  // one more, to notice a longer frame
+    Inflater inflater(in);
+    const int code = inflater.fill(out);
+    if (code == Z_MEM_ERROR) throw std::bad_alloc();
+    if (code == Z_DATA_ERROR || code == Z_NEED_DICT) throw Failure(path, "not a readable gzip file");
+    // Z_BUF_ERROR: either side ran out.
+    if (code != Z_STREAM_END && inflater.filled() <= expected) throw Failure(path, "truncated gzip file");
+    if (inflater.left() > 0 && code == Z_STREAM_END) throw Failure(path, "has data after the gzip'ed frame");
+    out.resize(inflater.filled());
+    return out;
+}
+
+}  // namespace
+
+int64_t nv21_bytes(const Extents& size) {
+    const int64_t rows = size.rows;
+    return size.cols * (rows + (rows + 1) / 2);
+}
+
+Bytes read_nv21(const std::string& path, const Extents& size) {
+    require_size(path, size.rows, size.cols);
+    if (size.cols % 2 != 0)
+        throw Failure(path, "NV21 frames with an odd number of columns are not supported");
+    const int64_t expected = nv21_bytes(size);
+    Bytes frame = read_file(path);
+    if (frame.empty()) throw Failure(path, "is empty");
+    if (ends_with(path, ".nv21.gz")) frame = decompress(frame, static_cast<size_t>(expected), path);
+    const int64_t have = static_cast<int64_t>(frame.size());
+    if (have == expected) return frame;
+    throw Failure(path, (have < expected ? "is shorter than the " : "is longer than the ") +
+                            std::to_string(expected) + " bytes of an NV21 frame of " + as_text(size));
+}
+
+}  // namespace docprep

@@ -1,0 +1,25 @@
+// Raw camera frames.
+#ifndef DOCPREP_NV21_FILE_H
+#define DOCPREP_NV21_FILE_H
+
+#include <string>
+
+#include "extents.h"
+#include "file_bytes.h"
+
+namespace docprep {
+
+/// Bytes of an NV21 frame with an even number of columns: the luma plane, then rows of V, U pairs, one pair
+/// for each 2 x 2 block. An odd last row has its own row of pairs.
+int64_t nv21_bytes(const Extents& size);
+
+/// The bytes of a frame from a file, which is decompressed when its name ends in ".nv21.gz".
+///
+/// The file must have the exact length. Longer ones are refused too: a wrong WxH is the usual cause, and any
+/// smaller product would otherwise be read as a sheared picture.
+/// @throws Failure, also for an odd number of columns: cameras do not agree on how the pairs lie then
+Bytes read_nv21(const std::string& path, const Extents& size);
+
+}  // namespace docprep
+
+#endif  // DOCPREP_NV21_FILE_H

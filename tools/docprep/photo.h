@@ -1,0 +1,39 @@
+// A photograph in memory, wherever it came from.
+#ifndef DOCPREP_PHOTO_H
+#define DOCPREP_PHOTO_H
+
+#include <cstdint>
+#include <string>
+
+#include "cv_mat.h"
+#include "file_bytes.h"
+
+namespace docprep {
+
+using Image = orvex_cv_991::Mat<unsigned char>;
+
+/// The largest picture accepted, so that no header can ask for more memory than a desktop has: a run takes up
+/// to about 12 bytes a pixel, 3 GiB in all. Camera sensors of 200 million pixels fit.
+constexpr int64_t kMostPixels = int64_t{1} << 28;
+// The library counts samples in int; 4 channels are the most that exist on the way, in a PNG with alpha.
+static_assert(4 * kMostPixels <= INT32_MAX, "sample counts must fit in int");
+
+struct Photo {
+    Image pixels;             ///< as stored, before the orientation: 1 channel (gray) or 3 (B, G, R)
+    const char* format = "";  ///< for people: "JPEG", "PNG" or "NV21"
+    int orientation = 1;      ///< as in orientation.h; 1 when the file says nothing
+};
+
+/// @throws Failure for no pixels or more than kMostPixels
+void require_size(const std::string& path, int64_t rows, int64_t cols);
+
+/// Reads a JPEG or PNG file; the first bytes tell which, the name does not matter.
+/// @throws Failure when it is not one, damaged or cut short, too large, or of an unsupported kind
+Photo read_photo(const std::string& path);
+
+/// As read_photo from the file's content; `path` is for messages only.
+Photo decode_photo(const Bytes& bytes, const std::string& path);
+
+}  // namespace docprep
+
+#endif  // DOCPREP_PHOTO_H

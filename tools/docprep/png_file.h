@@ -1,0 +1,24 @@
+// PNG through libpng.
+#ifndef DOCPREP_PNG_FILE_H
+#define DOCPREP_PNG_FILE_H
+
+#include <string>
+
+#include "photo.h"
+
+namespace docprep {
+
+/// Decodes a whole PNG of any kind: gray to 1 channel, everything else to B, G, R; 16 bits are rounded to 8,
+/// transparency lies on white. Sample values are taken as they are: gamma and colour profiles do not count,
+/// so that one picture has one result.
+/// @param path for messages only
+/// @throws Failure, also for a missing end
+Photo decode_png(const Bytes& bytes, const std::string& path);
+
+/// `image` (1 channel, or 3: B, G, R) as a PNG of 8 bits a sample.
+/// @throws std::bad_alloc
+Bytes encode_png(const Image& image);
+
+}  // namespace docprep
+
+#endif  // DOCPREP_PNG_FILE_H

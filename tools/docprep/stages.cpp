@@ -1,0 +1,29 @@
+#include "stages.h"
+
+namespace docprep {
+
+std::vector<std::string> stage_names() {
+    return {"binarise", "components", "rows", "seal", "saliency"};
+}
+
+Stages Stages::all() {
+    Stages stages;
+    for (const Stage stage :
+         {Stage::kBinarise, Stage::kComponents, Stage::kRows, Stage::kSeal, Stage::kSaliency})
+        stages.choose(stage);
+    return stages;
+}
+
+bool Stages::needed(Stage stage) const {
+    if (chosen(stage)) return true;
+    switch (stage) {
+        case Stage::kBinarise:
+            return needed(Stage::kComponents);
+        case Stage::kComponents:
+            return needed(Stage::kRows);
+        default:
+            return false;
+    }
+}
+
+}  // namespace docprep
