@@ -1,0 +1,28 @@
+# To be sourced: installs the Debian packages that a script needs and that are missing.
+# Works as root or through sudo; where neither is possible it says which packages to install.
+
+need_packages() {
+    missing=
+    for package in "$@"; do
+        status=$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null || true)
+        [ "$status" = installed ] || missing="$missing $package"
+    done
+    [ -n "$missing" ] || return 0
+    if [ "$(id -u)" = 0 ]; then
+        as_root=
+    elif command -v sudo >/dev/null && sudo -v; then
+        as_root=sudo
+    else
+        echo "$0: these packages are missing, and without root or sudo they cannot be installed:$missing" >&2
+        exit 1
+    fi
+    echo "$0: installing$missing"
+    $as_root apt-get -q -o DPkg::Lock::Timeout=900 update >/dev/null
+    # shellcheck disable=SC2086  # one word a package
+    DEBIAN_FRONTEND=noninteractive $as_root apt-get -q -o DPkg::Lock::Timeout=900 install -y \
+        --no-install-recommends $missing >/dev/null
+}
+
+build_packages="g++ cmake ninja-build pkg-config"
+docprep_packages="libjpeg62-turbo-dev libpng-dev zlib1g-dev libexif-dev libcli11-dev nlohmann-json3-dev"
+test_packages="libgtest-dev binutils"
