@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
+#include <limits>
 #include <vector>
 
 #include "cv_kernels.h"
@@ -18,13 +20,19 @@ inline std::vector<orvex_cv_991::Isa> every_isa() {
     return {Isa::kBaseline, Isa::kAvx2};
 }
 
-/// Random elements to read: on the heap and ending where the block ends, so that a sanitizer sees a stray
-/// read.
+/// What an input holds: random elements, or one end of their range throughout.
+enum class Values { kRandom, kLowest, kHighest };
+
+/// Elements to read: on the heap and ending where the block ends, so that a sanitizer sees a stray read.
 template <class T>
 class Input {
  public:
-    Input(Random& random, size_t n, size_t offset) : offset_(offset), block_(offset + n) {
-        for (T& element : block_) element = static_cast<T>(random.bits());
+    Input(Random& random, size_t n, size_t offset, Values values = Values::kRandom)
+        : offset_(offset), block_(offset + n) {
+        for (T& element : block_)
+            element = values == Values::kRandom   ? static_cast<T>(random.bits())
+                      : values == Values::kLowest ? std::numeric_limits<T>::lowest()
+                                                  : std::numeric_limits<T>::max();
         block_.shrink_to_fit();
     }
     T* data() { return block_.data() + offset_; }
@@ -57,17 +65,22 @@ class Output {
     std::vector<T> block_, kept_;
 };
 
-/// Calls run(isa, n, offset) for every instruction set, the widths 0 .. 67 and some longer ones, and odd
-/// offsets.
+/// The widths 0 .. 67 and some longer ones.
+inline std::vector<size_t> every_width() {
+    std::vector<size_t> widths = {127, 128, 129, 256, 515, 1031};
+    for (size_t n = 0; n < 68; ++n) widths.push_back(n);
+    return widths;
+}
+
+/// Calls run(isa, n, offset) for every instruction set, each of the widths, and odd offsets.
 template <class Run>
-void for_every_case(Run run) {
+void for_every_case_of(const std::vector<size_t>& widths, Run run) {
     for (const orvex_cv_991::Isa isa : every_isa()) {
-        for (size_t n = 0; n < 72; ++n) {
-            const size_t width = n < 68 ? n : n == 68 ? 127 : n == 69 ? 256 : n == 70 ? 515 : 1031;
+        for (const size_t n : widths) {
             for (const size_t offset : {0, 1, 7}) {
-                run(isa, width, offset);
+                run(isa, n, offset);
                 if (testing::Test::HasFatalFailure()) {
-                    ADD_FAILURE() << "instruction set " << static_cast<int>(isa) << ", width " << width
+                    ADD_FAILURE() << "instruction set " << static_cast<int>(isa) << ", width " << n
                                   << ", offset " << offset;
                     return;
                 }
@@ -75,6 +88,13 @@ void for_every_case(Run run) {
         }
     }
 }
+
+template <class Run>
+void for_every_case(Run run) {
+    for_every_case_of(every_width(), run);
+}
+
+constexpr std::initializer_list<Values> kEveryValues = {Values::kRandom, Values::kLowest, Values::kHighest};
 
 }  // namespace testing_support
 
