@@ -104,9 +104,20 @@ void add_leptonica(std::vector<Case>& cases, const Inputs& in) {
             BOXA* boxes = pixConnCompBB(binary.get(), 4);
             boxaDestroy(&boxes);
         });
+        // Its way to the pixels of each component: one image a component, and the coordinates set in it.
         add("connectdComponent points " + std::string(label), [binary] {
             PIXA* parts;
             BOXA* boxes = pixConnComp(binary.get(), &parts, 4);
+            const int count = boxaGetCount(boxes);
+            PTAA* lists = ptaaCreate(count);
+            for (int k = 0; k < count; ++k) {
+                PIX* part = pixaGetPix(parts, k, L_CLONE);
+                BOX* box = boxaGetBox(boxes, k, L_CLONE);
+                ptaaAddPta(lists, ptaGetPixelsFromPix(part, box), L_INSERT);
+                pixDestroy(&part);
+                boxDestroy(&box);
+            }
+            ptaaDestroy(&lists);
             pixaDestroy(&parts);
             boxaDestroy(&boxes);
         });

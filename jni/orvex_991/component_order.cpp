@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <utility>
+
+#include "key_sort.h"
 
 namespace orvex_cv_991 {
 
@@ -66,46 +69,53 @@ class PrefixCounts {
 //     list = []; for each v: rotate list left by c[i] - c[i-1], append v; rotate by the rest; reverse.
 // Played backwards from the end, every v's final place is "the k-th place that is still free".
 std::vector<int> exchange_order(const std::vector<int>& areas) {
-    const int n = static_cast<int>(areas.size());
-    std::vector<int> levels(areas);
-    std::sort(levels.begin(), levels.end());
-    levels.erase(std::unique(levels.begin(), levels.end()), levels.end());
+    // By area, in input order within an area.
+    if (areas.empty()) return {};
+    std::vector<uint64_t> grouped(areas.size());
+    for (size_t i = 0; i < areas.size(); ++i) grouped[i] = uint64_t{ordered_bits(areas[i])} << 32 | i;
+    sort_keys(grouped, 32);
+    const auto area_bits = [](uint64_t key) { return key >> 32; };
+    const auto element = [](uint64_t key) { return static_cast<size_t>(static_cast<uint32_t>(key)); };
 
-    // Elements grouped by area, in input order within a group; how many smaller ones precede each.
-    std::vector<int> level(areas.size());
-    std::vector<int> smaller_before(areas.size());
-    std::vector<int> group_end(levels.size() + 1, 0);
-    PrefixCounts seen(static_cast<int>(levels.size()));
-    for (size_t i = 0; i < areas.size(); ++i) {
-        level[i] =
-            static_cast<int>(std::lower_bound(levels.begin(), levels.end(), areas[i]) - levels.begin());
-        smaller_before[i] = seen.before(level[i]);
-        seen.add(level[i]);
-        ++group_end[static_cast<size_t>(level[i]) + 1];
+    std::vector<size_t> group_begin;
+    std::vector<int> group(areas.size());  // by element
+    for (size_t k = 0; k < grouped.size(); ++k) {
+        if (k == 0 || area_bits(grouped[k]) != area_bits(grouped[k - 1])) group_begin.push_back(k);
+        group[element(grouped[k])] = static_cast<int>(group_begin.size()) - 1;
     }
-    for (size_t g = 1; g < group_end.size(); ++g) group_end[g] += group_end[g - 1];
-    std::vector<int> grouped(areas.size());
-    std::vector<int> next(group_end.begin(), group_end.end() - 1);
-    for (int i = 0; i < n; ++i)
-        grouped[static_cast<size_t>(next[static_cast<size_t>(level[static_cast<size_t>(i)])]++)] = i;
+    group_begin.push_back(grouped.size());
+
+    std::vector<int> smaller_before(areas.size());
+    PrefixCounts seen(static_cast<int>(group_begin.size()) - 1);
+    for (size_t i = 0; i < areas.size(); ++i) {
+        smaller_before[i] = seen.before(group[i]);
+        seen.add(group[i]);
+    }
 
     std::vector<int> result(areas.size());
-    PrefixCounts free_places(n);
-    for (size_t g = 0; g + 1 < group_end.size(); ++g) {
-        const int first = group_end[g];
-        const int count = group_end[g + 1] - first;
+    const size_t last_place = areas.size() - 1;
+    size_t largest = 0;
+    // Nothing is smaller than the elements of the first group: they are never rotated.
+    for (size_t k = group_begin[0]; k < group_begin[1]; ++k)
+        result[last_place - k] = static_cast<int>(element(grouped[k]));
+    for (size_t g = 1; g + 1 < group_begin.size(); ++g)
+        largest = std::max(largest, group_begin[g + 1] - group_begin[g]);
+    PrefixCounts free_places(static_cast<int>(largest));
+    for (size_t g = 1; g + 1 < group_begin.size(); ++g) {
+        const size_t first = group_begin[g];
+        const int count = static_cast<int>(group_begin[g + 1] - first);
         free_places.fill_with_ones(count);
-        int passes_left = first;  // as many as there are smaller elements
-        int head = 0;             // rank, among the free places, of the one where the list begins
+        int passes_left = static_cast<int>(first);  // as many as there are smaller elements
+        int head = 0;                               // rank, among the free places, of where the list begins
         for (int left = count; left > 0; --left) {
-            const int element = grouped[static_cast<size_t>(first + left - 1)];
-            const int turns = passes_left - smaller_before[static_cast<size_t>(element)];
-            passes_left = smaller_before[static_cast<size_t>(element)];
+            const size_t taken = element(grouped[first + static_cast<size_t>(left) - 1]);
+            const int turns = passes_left - smaller_before[taken];
+            passes_left = smaller_before[taken];
             head = (head + left - turns % left) % left;
             const int last = (head + left - 1) % left;
             const int place = free_places.take(last);
             if (last < head) --head;
-            result[static_cast<size_t>(n - 1 - first - place)] = element;
+            result[last_place - first - static_cast<size_t>(place)] = static_cast<int>(taken);
         }
     }
     return result;
@@ -128,8 +138,12 @@ class KeyTree {
     void set(int position, int key) {
         size_t node = leaves_ + static_cast<size_t>(position);
         nodes_[node] = {key, key};
-        while (node /= 2) pull(node);
+        while ((node /= 2) && pull(node)) {
+        }
     }
+
+    /// As set, for a position that is searched no more.
+    void set_only(int position, int key) { nodes_[leaves_ + static_cast<size_t>(position)] = {key, key}; }
 
     /// The rightmost position in first + 1 .. last whose key is above `limit`, or `first`.
     int last_above(int first, int last, int limit) const {
@@ -166,10 +180,12 @@ class KeyTree {
         int largest, smallest;
     };
 
-    void pull(size_t node) {
-        const Node& a = nodes_[2 * node];
-        const Node& b = nodes_[2 * node + 1];
+    /// Whether the node changes.
+    bool pull(size_t node) {
+        const Node &a = nodes_[2 * node], &b = nodes_[2 * node + 1];
+        const Node before = nodes_[node];
         nodes_[node] = {std::max(a.largest, b.largest), std::min(a.smallest, b.smallest)};
+        return nodes_[node].largest != before.largest || nodes_[node].smallest != before.smallest;
     }
 
     size_t leaves_ = 1;
@@ -181,15 +197,13 @@ class KeyTree {
 // The hole-filling partition with the first element as pivot: from the right, the next element that goes
 // strictly before the pivot fills the hole; then, from the left, the next that goes strictly after it. Ties
 // are passed over on both sides, so step by step a tie costs a scan of the range; the two searches alone
-// determine every move.
+// determine every move. Within short ranges, which no search of another range looks into, the steps are
+// cheaper.
 std::vector<int> partition_order(const std::vector<int>& areas) {
+    constexpr int kShort = 24;
     std::vector<int> index(areas.size());
     for (size_t i = 0; i < index.size(); ++i) index[i] = static_cast<int>(i);
     KeyTree keys(areas);
-    const auto move = [&](int to, int from) {
-        index[static_cast<size_t>(to)] = index[static_cast<size_t>(from)];
-        keys.set(to, keys.key(from));
-    };
 
     std::vector<std::pair<int, int>> ranges(1, {0, static_cast<int>(areas.size()) - 1});
     while (!ranges.empty()) {
@@ -198,18 +212,39 @@ std::vector<int> partition_order(const std::vector<int>& areas) {
         while (low < high) {
             const int pivot = index[static_cast<size_t>(low)];
             const int pivot_key = keys.key(low);
+            const bool is_short = high - low < kShort;
+            const auto put = [&](int to, int element, int key) {
+                index[static_cast<size_t>(to)] = element;
+                if (is_short)
+                    keys.set_only(to, key);
+                else
+                    keys.set(to, key);
+            };
+            const auto move = [&](int to, int from) {
+                put(to, index[static_cast<size_t>(from)], keys.key(from));
+            };
             int i = low;
             int j = high;
             while (i < j) {
-                j = keys.last_above(i, j, pivot_key);
+                if (is_short)
+                    while (i < j && keys.key(j) <= pivot_key) --j;
+                else
+                    j = keys.last_above(i, j, pivot_key);
                 if (i == j) break;
                 move(i, j);
-                i = keys.first_below(i, j, pivot_key);
+                if (is_short)
+                    while (i < j && keys.key(i) >= pivot_key) ++i;
+                else
+                    i = keys.first_below(i, j, pivot_key);
                 if (i == j) break;
                 move(j, i);
             }
-            index[static_cast<size_t>(j)] = pivot;
-            keys.set(j, pivot_key);
+            put(j, pivot, pivot_key);
+            if (j == low && !is_short) {
+                // Nothing goes before the pivot, nor before those equal to it that follow it at once.
+                low = keys.first_below(low, high, pivot_key);
+                continue;
+            }
             if (low < j - 1) ranges.emplace_back(low, j - 1);
             low = j + 1;
         }

@@ -626,7 +626,7 @@ void CImgproc::bwlabel(const U8& src, Mat<int>& dst, int& num) {
     Clock clock;
     clock.start();
     if (held_elements(src) < 0) init_output(dst, src.rows, src.cols, 1, false);
-    const Labelling labelling(src, fastest_isa());
+    const Labelling labelling(src, fastest_isa(), Runs::kKeep);
     if (may_exceed_forest(src, labelling)) {
         dst.init(src.rows, src.cols, 1, 0);
         scan_pixels(src, dst);
@@ -655,7 +655,7 @@ void CImgproc::connectdComponent(const U8& src, vector<Rect>& rects, vector<vect
         Clock label_clock;
         label_clock.start();
         require_pixels(src);
-        const Labelling labelling(src, fastest_isa());
+        const Labelling labelling(src, fastest_isa(), points ? Runs::kKeep : Runs::kForget);
         if (may_exceed_forest(src, labelling)) {
             Mat<int> labels;
             labels.init(src.rows, src.cols, 1, 0);
@@ -698,17 +698,17 @@ void CImgproc::connectdComponent(const U8& src, vector<Rect>& rects, vector<vect
 void CImgproc::divideComponentsToRows(vector<Rect> rects, vector<vector<Rect>>& row_groups) {
     row_groups.clear();
     try {
-        const std::vector<int> starts = band_starts(rects);
-        const int bands = static_cast<int>(starts.size());
-        row_groups.reserve(bands);
-        row_groups.size = bands;
-        for (int k = 0; k < rects.size; ++k) {
-            const auto after = std::upper_bound(starts.begin(), starts.end(), rects[k].y);
-            row_groups[static_cast<int>(after - starts.begin()) - 1].push_back(rects[k]);
+        const Bands bands = find_bands(rects);
+        row_groups.reserve(bands.count);
+        row_groups.size = bands.count;
+        const auto stray = std::find(bands.of.begin(), bands.of.end(), -1);
+        if (stray != bands.of.end()) {
+            // Those before it are in their bands by then, not yet sorted.
+            for (int k = 0; k <= stray - bands.of.begin(); ++k)
+                row_groups[bands.of[static_cast<size_t>(k)]].push_back(rects[k]);
         }
-        for (int band = 0; band < bands; ++band)
-            std::stable_sort(row_groups[band].data, row_groups[band].data + row_groups[band].size,
-                             Rect::cmpX);
+        for (const int k : order_by_x(rects))
+            row_groups[bands.of[static_cast<size_t>(k)]].push_back(rects.data[k]);
     } catch (const CException&) {
         throw;
     } catch (...) {
@@ -738,9 +738,9 @@ bool PosComp(const Point& a, const Point& b) {
 void CImgproc::convexHull(const vector<Point>& points, vector<Point>& hull) {
     Clock clock;
     clock.start();
-    std::vector<Point> sorted(points.data, points.data + points.size());
-    hull.clear();
-    for (const Point& corner : wrapping_convex_hull(sorted)) hull.push_back(corner);
+    const std::vector<Point> corners = wrapping_convex_hull(points);
+    hull.clear();  // only now: it may be `points`
+    for (const Point& corner : corners) hull.push_back(corner);
     ORVEX_REPORT_TIME(clock, "convexhull done (%fms)\n");
 }
 
@@ -749,10 +749,8 @@ RotatedRect CImgproc::minAreaRect(const U8& mat) {
     Clock clock;
     clock.start();
     require_pixels(mat);
-    vector<Point> outline;
-    for (const Point& point : outline_points(mat, fastest_isa())) outline.push_back(point);
     vector<Point> hull;
-    convexHull(outline, hull);
+    convexHull(outline_points(mat, fastest_isa()), hull);
     const RotatedRect rect = minAreaRect(hull);
     ORVEX_REPORT_TIME(clock, "min area done (%fms)\n");
     return rect;

@@ -183,6 +183,14 @@ ptrdiff_t count_nonzero_bytes(Isa isa, const uint8_t* bytes, ptrdiff_t n) {
     ORVEX_PICK(isa, count_nonzero_bytes(bytes, n));
 }
 
+ptrdiff_t find_nonzero(Isa isa, const uint8_t* bytes, ptrdiff_t n) {
+    ORVEX_PICK(isa, find_nonzero(bytes, n));
+}
+
+ptrdiff_t find_last_nonzero(Isa isa, const uint8_t* bytes, ptrdiff_t n) {
+    ORVEX_PICK(isa, find_last_nonzero(bytes, n));
+}
+
 void reverse_pixels(Isa isa, const uint8_t* pixels, uint8_t* out, int channels, ptrdiff_t n) {
     ORVEX_PICK(isa, reverse_pixels(pixels, out, channels, n));
 }

@@ -54,6 +54,8 @@ void subtract_bytes(Isa isa, const uint8_t* a, const uint8_t* b, uint8_t* out, p
 void add_words32(Isa isa, const uint32_t* a, const uint32_t* b, uint32_t* out, ptrdiff_t n);
 void sum_bytes(Isa isa, const uint8_t* bytes, ptrdiff_t n, uint64_t* sum, uint64_t* sum_of_squares);
 ptrdiff_t count_nonzero_bytes(Isa isa, const uint8_t* bytes, ptrdiff_t n);
+ptrdiff_t find_nonzero(Isa isa, const uint8_t* bytes, ptrdiff_t n);
+ptrdiff_t find_last_nonzero(Isa isa, const uint8_t* bytes, ptrdiff_t n);
 void reverse_pixels(Isa isa, const uint8_t* pixels, uint8_t* out, int channels, ptrdiff_t n);
 void turn_pixels(Isa isa, const uint8_t* src, int rows, int cols, int channels, bool upward, bool leftward,
                  uint8_t* out);

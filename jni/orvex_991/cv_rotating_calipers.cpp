@@ -65,7 +65,7 @@ struct Calipers {
 
 orvex_991::vector<Point32f> RotatingCalipers::getMinimumBoundingRectangle(orvex_991::vector<Point> points) {
     std::vector<Point> hull(points.data, points.data + points.size());
-    if (!is_hull(hull)) hull = exact_convex_hull(hull);
+    if (!is_hull(hull)) hull = exact_convex_hull(points);
     orvex_991::vector<Point32f> corners;
     const size_t n = hull.size();
     if (n < 3) return corners;

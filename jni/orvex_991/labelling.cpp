@@ -35,15 +35,15 @@ void RowRuns::advance(int row) {
         for (; changes; changes &= changes - 1) *next++ = static_cast<int>(64 * w) + lowest_bit(changes);
     }
     if ((next - first) % 2 != 0) *next++ = src_.cols;
-    current_.count = static_cast<int>((next - first) / 2);
+    current_.count = static_cast<size_t>(next - first) / 2;
     next[0] = next[1] = std::numeric_limits<int>::max();
 }
 
-Labelling::Labelling(const Mat<unsigned char>& src, Isa isa) : src_(src), isa_(isa), nodes_(1) {
+Labelling::Labelling(const Mat<unsigned char>& src, Isa isa, Runs runs) : nodes_(1) {
     if (src.rows > 0)
-        scan_rows();
+        scan_rows(src, isa, runs);
     else if (src.data[0] == 255)
-        new_label(src.rows);
+        new_label(src.rows, src.cols);
     number_components();
 }
 
@@ -64,31 +64,36 @@ int Labelling::join(int a, int b) {
     return nodes_[static_cast<size_t>(a)].parent = b;
 }
 
-int Labelling::new_label(int row) {
+int Labelling::new_label(int row, int cols) {
     const int label = static_cast<int>(nodes_.size());
-    nodes_.push_back({label, src_.cols, row, 0, 0, 0});
+    nodes_.push_back({label, cols, row, 0, 0, 0});
     return label;
 }
 
-void Labelling::scan_rows() {
-    RowRuns walk(src_, isa_);
-    for (int row = 0; row < src_.rows; ++row) {
+void Labelling::scan_rows(const Mat<unsigned char>& src, Isa isa, Runs runs) {
+    RowRuns walk(src, isa);
+    for (int row = 0; row < src.rows; ++row) {
         walk.advance(row);
         const RowRuns::Row& above = walk.above();
         RowRuns::Row& current = walk.current();
         size_t a = 0;
-        for (int k = 0; k < current.count; ++k) {
-            const RowRuns::Run run = current.run(static_cast<size_t>(k));
-            int label = starts_under(run, above, a) ? above.labels[a] : new_label(row);
+        for (size_t k = 0; k < current.count; ++k) {
+            const RowRuns::Run run = current.run(k);
+            while (above.run(a).end <= run.begin) ++a;
+            int label = above.run(a).begin <= run.begin ? above.labels[a] : new_label(row, src.cols);
             for (size_t next = a; above.run(next).begin < run.end; ++next)
                 if (above.labels[next] != label) label = join(label, above.labels[next]);
-            current.labels[static_cast<size_t>(k)] = label;
+            current.labels[k] = label;
             Node& node = nodes_[static_cast<size_t>(label)];
             node.left = std::min(node.left, run.begin);
             node.right = std::max(node.right, run.end - 1);
             node.bottom = row;
             node.pixels += run.end - run.begin;
         }
+        if (runs == Runs::kForget) continue;
+        for (size_t k = 0; k < current.count; ++k)
+            runs_.push_back({current.run(k).begin, current.run(k).end, current.labels[k]});
+        row_ends_.push_back(runs_.size());
     }
 }
 

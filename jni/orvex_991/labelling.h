@@ -26,7 +26,7 @@ class RowRuns {
     struct Row {
         std::vector<int> bounds;  // begin and end of each run in turn; past the last, right of every column
         std::vector<int> labels;
-        int count = 0;
+        size_t count = 0;
 
         Run run(size_t k) const { return {bounds[2 * k], bounds[2 * k + 1]}; }
     };
@@ -46,15 +46,18 @@ class RowRuns {
     Row current_, above_;
 };
 
-/// The components of one image: found by one pass over its rows, walked again run by run as often as needed.
+/// Whether the runs of the whole image stay after labelling, 12 bytes each, or those of two rows at a time.
+enum class Runs { kForget, kKeep };
+
+/// The components of one image, found by one pass over its rows.
 ///
 /// Components are numbered from 1 in the raster order of their first pixels. Holds a few words a component
-/// and a few rows; the image must outlive it.
+/// besides its runs.
 class Labelling {
  public:
     /// @param src 1 channel, not empty, its pixels known to be readable. Both extents may be negative: such
     ///        an image has no rows to scan, yet its first pixel counts
-    Labelling(const Mat<unsigned char>& src, Isa isa);
+    Labelling(const Mat<unsigned char>& src, Isa isa, Runs runs);
 
     int components() const { return components_; }
 
@@ -67,22 +70,14 @@ class Labelling {
     int pixels(int label) const { return nodes_[static_cast<size_t>(label)].pixels; }
 
     /// Calls visit(row, begin, end, label) for every run of foreground, rows downward, runs to the right.
+    /// The runs must have been kept.
     template <class Visit>
     void for_each_run(Visit visit) const {
-        RowRuns walk(src_, isa_);
-        int handed_out = 0;
-        for (int row = 0; row < src_.rows; ++row) {
-            walk.advance(row);
-            const RowRuns::Row& above = walk.above();
-            RowRuns::Row& current = walk.current();
-            size_t a = 0;
-            for (int k = 0; k < current.count; ++k) {
-                const RowRuns::Run run = current.run(static_cast<size_t>(k));
-                const int label = starts_under(run, above, a) ? above.labels[a] : ++handed_out;
-                current.labels[static_cast<size_t>(k)] = label;
-                visit(row, run.begin, run.end, component_[static_cast<size_t>(label)]);
-            }
-        }
+        size_t k = 0;
+        for (size_t row = 0; row < row_ends_.size(); ++row)
+            for (; k < row_ends_[row]; ++k)
+                visit(static_cast<int>(row), runs_[k].begin, runs_[k].end,
+                      component_[static_cast<size_t>(runs_[k].label)]);
     }
 
  private:
@@ -93,24 +88,23 @@ class Labelling {
         int pixels;
     };
 
-    /// Whether a run above covers the first pixel of `run`; if so it is run `a` there. `a` only moves
-    /// forward, past the runs that end before `run` begins.
-    static bool starts_under(const RowRuns::Run& run, const RowRuns::Row& above, size_t& a) {
-        while (above.run(a).end <= run.begin) ++a;
-        return above.run(a).begin <= run.begin;
-    }
+    struct LabelledRun {
+        int begin;
+        int end;  // exclusive
+        int label;
+    };
 
     int root(int label);
     int join(int a, int b);
-    int new_label(int row);
-    void scan_rows();
+    int new_label(int row, int cols);
+    void scan_rows(const Mat<unsigned char>& src, Isa isa, Runs runs);
     void number_components();
 
-    const Mat<unsigned char>& src_;
-    const Isa isa_;
     std::vector<Node> nodes_;     // by provisional label, later by component; entry 0 unused
     std::vector<int> component_;  // by provisional label
     int components_ = 0;
+    std::vector<LabelledRun> runs_;  // with provisional labels
+    std::vector<size_t> row_ends_;   // how many runs there are down to each row
 };
 
 }  // namespace orvex_cv_991

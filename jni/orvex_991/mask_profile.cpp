@@ -1,46 +1,51 @@
 #include "mask_profile.h"
 
 #include <cstdint>
-
-#include "cv_numeric.h"
-
+#include <vector>
 namespace orvex_cv_991 {
 
-std::vector<Point> outline_points(const Mat<unsigned char>& mask, Isa isa) {
-    if (mask.rows <= 0 || mask.cols <= 0) return {};
-    const size_t cols = static_cast<size_t>(mask.cols);
-    std::vector<int> top(cols, mask.rows), bottom(cols, 0);
-    std::vector<uint64_t> words((cols + 63) / 64);
-    for (int row = 0; row < mask.rows; ++row) {
-        kernels::pack_nonzero(isa, mask.data + static_cast<ptrdiff_t>(row) * mask.cols, words.data(),
-                              mask.cols);
-        for (size_t w = 0; w < words.size(); ++w) {
-            for (uint64_t word = words[w]; word; word &= word - 1) {
-                const size_t col = 64 * w + static_cast<size_t>(lowest_bit(word));
-                if (top[col] > row) top[col] = row;
-                bottom[col] = row;
-            }
-        }
+namespace {
+
+/// One side of the outline: rows come downward, and a point stays while it is a corner of what came so far.
+class Side {
+ public:
+    /// @param outward  -1 for the left side, 1 for the right one
+    Side(int outward, int rows) : outward_(outward) { corners_.reserve(static_cast<size_t>(rows)); }
+
+    void add(const Point& next) {
+        while (corners_.size() >= 2 && !turns(corners_[corners_.size() - 2], corners_.back(), next))
+            corners_.pop_back();
+        corners_.push_back(next);
+    }
+    const std::vector<Point>& corners() const { return corners_; }
+
+ private:
+    // Whether b lies further out than the line from a to c. Coordinates are those of a mask's pixels, so that
+    // no product exceeds 2^31.
+    bool turns(const Point& a, const Point& b, const Point& c) const {
+        const int64_t along = int64_t{c.y - a.y} * (b.x - a.x), across = int64_t{b.y - a.y} * (c.x - a.x);
+        return outward_ * (along - across) > 0;
     }
 
-    std::vector<Point> points;
-    // A point that lies no further out than the one before it and the one after it is no corner; equal
-    // heights are dropped too, which thins level runs to their ends.
-    const auto append = [&](const std::vector<int>& profile, int outward) {
-        const size_t first = points.size();
-        for (size_t col = 0; col < cols; ++col) {
-            if (top[col] > bottom[col]) continue;
-            const int y = profile[col];
-            while (points.size() - first > 1) {
-                const int last = points.back().y, before = points[points.size() - 2].y;
-                if (outward * (last - y) > 0 || outward * (last - before) > 0) break;
-                points.pop_back();
-            }
-            points.push_back(Point(static_cast<int>(col), y));
-        }
-    };
-    append(top, -1);
-    append(bottom, 1);
+    int outward_;
+    std::vector<Point> corners_;
+};
+
+}  // namespace
+
+orvex_991::vector<Point> outline_points(const Mat<unsigned char>& mask, Isa isa) {
+    orvex_991::vector<Point> points;
+    if (mask.rows <= 0 || mask.cols <= 0) return points;
+    Side left(-1, mask.rows), right(1, mask.rows);
+    for (int row = 0; row < mask.rows; ++row) {
+        const unsigned char* const pixels = mask.data + static_cast<ptrdiff_t>(row) * mask.cols;
+        const int first = static_cast<int>(kernels::find_nonzero(isa, pixels, mask.cols));
+        if (first == mask.cols) continue;
+        left.add(Point(first, row));
+        right.add(Point(static_cast<int>(kernels::find_last_nonzero(isa, pixels, mask.cols)), row));
+    }
+    for (const Side* side : {&left, &right})
+        for (const Point& corner : side->corners()) points.push_back(corner);
     return points;
 }
 

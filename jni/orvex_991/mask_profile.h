@@ -1,21 +1,20 @@
-// Internal: the upper and lower outline of a mask.
+// Internal: the outline of a mask.
 #ifndef ORVEX_991_MASK_PROFILE_H
 #define ORVEX_991_MASK_PROFILE_H
-
-#include <vector>
 
 #include "cv_geometry.h"
 #include "cv_kernels.h"
 #include "cv_mat.h"
+#include "util_vector.h"
 
 namespace orvex_cv_991 {
 
-/// Points of a mask's foreground (not 0) with the mask's convex hull: of every column the topmost pixel, then
-/// of every column the lowest, each list without points that lie no further out than both their neighbours.
+/// Corners of the convex hull of a mask's foreground (not 0), left and right ones in turn of rows: its hull
+/// is the mask's. A few more points may lie among them, and one may come twice.
 ///
-/// One pass; memory is a few words a column.
+/// Looks at each row from both ends up to its foreground. Memory is a few words a row.
 /// @param mask  the first rows * cols bytes are read as one channel and are known to be readable
-std::vector<Point> outline_points(const Mat<unsigned char>& mask, Isa isa);
+orvex_991::vector<Point> outline_points(const Mat<unsigned char>& mask, Isa isa);
 
 }  // namespace orvex_cv_991
 

@@ -3,6 +3,7 @@
 #include "simd.h"
 #endif
 #include "adaptive.h"
+#include "find.h"
 #include "gray.h"
 #include "histogram.h"
 #include "hsv.h"
