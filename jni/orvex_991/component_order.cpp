@@ -12,50 +12,57 @@ namespace orvex_cv_991 {
 
 namespace {
 
-/// Counts over 0 .. n - 1 with prefix sums and selection in O(log n) (a Fenwick tree).
+/// Counts over 0 .. n - 1 with sums over prefixes in O(log n) (a Fenwick tree).
 class PrefixCounts {
  public:
-    explicit PrefixCounts(int n) : sums_(static_cast<size_t>(n) + 1, 0) {}
+    explicit PrefixCounts(size_t n) : sums_(n + 1, 0) {}
 
-    /// Narrows to 0 .. n - 1 and makes every count there one.
-    void fill_with_ones(int n) {
-        for (int i = 1; i <= n; ++i) sums_[static_cast<size_t>(i)] = i & -i;
-        size_ = n;
-        for (top_ = 1; top_ <= n / 2;) top_ *= 2;
-    }
-
-    void add(int place) {
-        for (size_t i = static_cast<size_t>(place) + 1; i < sums_.size(); i += i & (~i + 1)) ++sums_[i];
+    void add(size_t place) {
+        for (size_t i = place + 1; i < sums_.size(); i += i & (~i + 1)) ++sums_[i];
     }
 
     /// Sum of the counts before `place`.
-    int before(int place) const {
+    int before(size_t place) const {
         int sum = 0;
-        for (size_t i = static_cast<size_t>(place); i > 0; i &= i - 1) sum += sums_[i];
+        for (size_t i = place; i > 0; i &= i - 1) sum += sums_[i];
         return sum;
     }
 
-    /// Removes the k-th one (from 0) that is left and returns its place.
-    int take(int k) {
-        int place = 0;
-        for (int bit = top_; bit > 0; bit /= 2) {
-            const int next = place + bit;
-            if (next > size_) continue;
-            int& sum = sums_[static_cast<size_t>(next)];
-            if (sum <= k) {
-                k -= sum;
-                place = next;
-            } else {
-                --sum;
-            }
+ private:
+    std::vector<int> sums_;
+};
+
+/// The places 0 .. n - 1 that are still free, with the k-th of them in O(log n) (a Fenwick tree of ones).
+class FreePlaces {
+ public:
+    explicit FreePlaces(size_t most) : sums_(2 * most + 2) {}
+
+    /// Makes 0 .. n - 1 free, n at least 1.
+    void reset(size_t n) {
+        for (top_ = 1; top_ <= n / 2;) top_ *= 2;
+        for (size_t i = 1; i <= n; ++i) sums_[i] = static_cast<int>(i & (~i + 1));
+        constexpr int kNeverReached = std::numeric_limits<int>::max();
+        std::fill(sums_.begin() + static_cast<ptrdiff_t>(n) + 1,
+                  sums_.begin() + static_cast<ptrdiff_t>(2 * top_), kNeverReached);
+    }
+
+    /// Takes the k-th free place (from 0) and returns it. The steps are as good as random, so they are taken
+    /// without branches.
+    size_t take(int k) {
+        size_t place = 0;
+        for (size_t bit = top_; bit > 0; bit /= 2) {
+            int& sum = sums_[place + bit];
+            const int beyond = -static_cast<int>(sum <= k);  // all bits or none
+            k -= sum & beyond;
+            sum -= 1 + beyond;
+            place += bit & static_cast<size_t>(beyond);
         }
         return place;
     }
 
  private:
     std::vector<int> sums_;
-    int size_ = 0;
-    int top_ = 1;  // the largest power of two up to size_
+    size_t top_ = 1;  // the largest power of two up to n
 };
 
 }  // namespace
@@ -78,44 +85,52 @@ std::vector<int> exchange_order(const std::vector<int>& areas) {
     const auto element = [](uint64_t key) { return static_cast<size_t>(static_cast<uint32_t>(key)); };
 
     std::vector<size_t> group_begin;
-    std::vector<int> group(areas.size());  // by element
+    std::vector<size_t> group(areas.size());  // by element
     for (size_t k = 0; k < grouped.size(); ++k) {
         if (k == 0 || area_bits(grouped[k]) != area_bits(grouped[k - 1])) group_begin.push_back(k);
-        group[element(grouped[k])] = static_cast<int>(group_begin.size()) - 1;
+        group[element(grouped[k])] = group_begin.size() - 1;
     }
     group_begin.push_back(grouped.size());
 
+    // Nothing is smaller than the elements of the first group, which can be many: a plain count does.
     std::vector<int> smaller_before(areas.size());
-    PrefixCounts seen(static_cast<int>(group_begin.size()) - 1);
+    PrefixCounts others(group_begin.size() - 1);
+    int smallest = 0;
     for (size_t i = 0; i < areas.size(); ++i) {
-        smaller_before[i] = seen.before(group[i]);
-        seen.add(group[i]);
+        if (group[i] == 0) {
+            ++smallest;
+        } else {
+            smaller_before[i] = smallest + others.before(group[i]);
+            others.add(group[i]);
+        }
     }
 
+    // As nothing parts them, they are never rotated.
     std::vector<int> result(areas.size());
     const size_t last_place = areas.size() - 1;
-    size_t largest = 0;
-    // Nothing is smaller than the elements of the first group: they are never rotated.
-    for (size_t k = group_begin[0]; k < group_begin[1]; ++k)
+    for (size_t k = 0; k < group_begin[1]; ++k)
         result[last_place - k] = static_cast<int>(element(grouped[k]));
+
+    size_t largest = 0;
     for (size_t g = 1; g + 1 < group_begin.size(); ++g)
         largest = std::max(largest, group_begin[g + 1] - group_begin[g]);
-    PrefixCounts free_places(static_cast<int>(largest));
+    FreePlaces free_places(largest);
     for (size_t g = 1; g + 1 < group_begin.size(); ++g) {
         const size_t first = group_begin[g];
         const int count = static_cast<int>(group_begin[g + 1] - first);
-        free_places.fill_with_ones(count);
+        free_places.reset(static_cast<size_t>(count));
         int passes_left = static_cast<int>(first);  // as many as there are smaller elements
         int head = 0;                               // rank, among the free places, of where the list begins
         for (int left = count; left > 0; --left) {
             const size_t taken = element(grouped[first + static_cast<size_t>(left) - 1]);
-            const int turns = passes_left - smaller_before[taken];
+            int turns = passes_left - smaller_before[taken];
             passes_left = smaller_before[taken];
-            head = (head + left - turns % left) % left;
-            const int last = (head + left - 1) % left;
-            const int place = free_places.take(last);
+            if (turns >= left) turns %= left;
+            head -= turns;
+            if (head < 0) head += left;
+            const int last = head == 0 ? left - 1 : head - 1;
             if (last < head) --head;
-            result[last_place - first - static_cast<size_t>(place)] = static_cast<int>(taken);
+            result[last_place - first - free_places.take(last)] = static_cast<int>(taken);
         }
     }
     return result;
