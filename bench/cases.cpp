@@ -118,6 +118,16 @@ class Builder {
             float mean, stddev;
             reference::meanStdDev(*image, mean, stddev);
         });
+        cases_.back().candidates.push_back({"scalar loop", [&gray, pixels] {
+                                                double sum = 0, squares = 0;
+                                                for (int64_t i = 0; i < pixels; ++i) {
+                                                    const double value = gray.data[i];
+                                                    sum += value;
+                                                    squares += value * value;
+                                                }
+                                                volatile double result = squares - sum * sum;
+                                                (void)result;
+                                            }});
         ours("countNonZero", pixels, [&gray] { CImgproc::countNonZero(gray); });
         plain([image] { reference::countNonZero(*image); });
     }

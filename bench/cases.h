@@ -32,6 +32,7 @@ std::vector<Case> make_cases(const Inputs& in, bool with_reference);
 void add_yuv(std::vector<Case>& cases, const Inputs& in);
 void add_leptonica(std::vector<Case>& cases, const Inputs& in);
 void add_vips(std::vector<Case>& cases, const Inputs& in);
+void add_seal(std::vector<Case>& cases, const Inputs& in);
 void add_cgal(std::vector<Case>& cases, const Inputs& in);
 
 /// Adds a candidate to the row called `name`; a row that does not exist is a mistake in the program.

@@ -50,6 +50,9 @@ int main(int argc, char** argv) {
 #ifdef BENCH_LEPTONICA
             bench::add_leptonica(cases, in);
 #endif
+#if defined(BENCH_YUV) && defined(BENCH_LEPTONICA)
+            bench::add_seal(cases, in);
+#endif
 #ifdef BENCH_VIPS
             bench::add_vips(cases, in);
 #endif

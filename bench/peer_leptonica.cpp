@@ -64,6 +64,22 @@ void add_leptonica(std::vector<Case>& cases, const Inputs& in) {
         pixCountPixels(binary.get(), &count, nullptr);
     });
     add("thresholdSeg", [gray] { Image(pixThresholdToBinary(gray.get(), 120)); });
+    add("saliencyDetect", [gray] {
+        NUMA* h = pixGetGrayHistogram(gray.get(), 1);
+        NUMA* map = numaCreate(256);
+        for (int level = 0; level < 256; ++level) {
+            float sum = 0, count;
+            for (int k = 0; k < 256; ++k) {
+                numaGetFValue(h, k, &count);
+                sum += static_cast<float>(std::abs(level - k)) * count;
+            }
+            numaAddNumber(map, sum / static_cast<float>(1 << 22));
+        }
+        Image out(pixCopy(nullptr, gray.get()));
+        pixTRCMap(out.get(), nullptr, map);
+        numaDestroy(&map);
+        numaDestroy(&h);
+    });
     for (const int block : {15, 31, 51})
         add("adaptiveThreshold " + std::to_string(block), [gray, block] {
             Image mean(pixWindowedMean(gray.get(), block / 2, block / 2, 0, 1));

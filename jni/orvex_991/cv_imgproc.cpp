@@ -884,19 +884,22 @@ void CImgproc::saliencyDetect(const U8& src, U8& dst, const U8& mask, vector<uns
     try {
         const U8 apart = &mask == &dst ? mask.clone() : U8();
         const U8& selection = &mask == &dst ? apart : mask;
-        dst = src;
-        const int n = require_pixels(dst);
-        require_pixels(selection);
+        if (held_elements(src) < 0 || held_elements(selection) < 0) {
+            dst = src;
+            throw CException(3);
+        }
+        const int n = require_pixels(src);
+        if (&src != &dst) create_unfilled(dst, src.rows, src.cols, 1);
         const Isa isa = fastest_isa();
         uint32_t counts[256];
-        kernels::count_masked_bytes(isa, dst.data, selection.data, n, counts);
+        kernels::count_masked_bytes(isa, src.data, selection.data, n, counts);
         int64_t selected = 0;
         for (const uint32_t count : counts) selected += count;
         unsigned char table[256];
         level_saliency_of(counts, selected, table);
         level_saliency.clear();
         for (const unsigned char level : table) level_saliency.push_back(level);
-        kernels::look_up_bytes(isa, dst.data, table, dst.data, n);
+        kernels::look_up_bytes(isa, src.data, table, dst.data, n);
     } catch (const CException&) {
         throw;
     } catch (...) {

@@ -1,13 +1,14 @@
-// Every kernel, for one instruction set. Included once for each, inside a namespace of its own.
+// Every kernel, for one instruction set. Included once for each, inside a namespace of its own. histogram.h
+// calls what label.h defines.
 #ifdef ORVEX_VEC
 #include "simd.h"
 #endif
 #include "adaptive.h"
 #include "find.h"
 #include "gray.h"
+#include "label.h"
 #include "histogram.h"
 #include "hsv.h"
-#include "label.h"
 #include "lookup.h"
 #include "morphology.h"
 #include "rotate.h"
