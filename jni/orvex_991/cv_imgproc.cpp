@@ -510,13 +510,21 @@ void CImgproc::dilateRect(const Rect& src, Rect& dst, const Size& size) {
 
 // ---- Gray morphology ----
 
+namespace {
+
+void check_gray_window(const char* function, const U8& src, const Size& size) {
+    ORVEX_CHECK_AS(function, !src.empty());
+    ORVEX_CHECK_AS(function, 1 == src.channels);
+    ORVEX_CHECK_AS(function, size.width > 0);
+    ORVEX_CHECK_AS(function, size.height > 0);
+    ORVEX_CHECK_AS(function, src.rows >= size.height);
+    ORVEX_CHECK_AS(function, src.cols >= size.width);
+}
+
+}  // namespace
+
 void CImgproc::dilateGray(const U8& src, U8& dst, const Size& size) {
-    ORVEX_CHECK(!src.empty());
-    ORVEX_CHECK(1 == src.channels);
-    ORVEX_CHECK(size.width > 0);
-    ORVEX_CHECK(size.height > 0);
-    ORVEX_CHECK(src.rows >= size.height);
-    ORVEX_CHECK(src.cols >= size.width);
+    check_gray_window(__func__, src, size);
     U8 out;
     init_output(out, src.rows, src.cols, 1, held_elements(src) >= 0);
     dilate_gray(src, size, fastest_isa(), out.data);
@@ -524,12 +532,7 @@ void CImgproc::dilateGray(const U8& src, U8& dst, const Size& size) {
 }
 
 void CImgproc::erodeGray(const U8& src, U8& dst, const Size& size) {
-    ORVEX_CHECK(!src.empty());
-    ORVEX_CHECK(1 == src.channels);
-    ORVEX_CHECK(size.width > 0);
-    ORVEX_CHECK(size.height > 0);
-    ORVEX_CHECK(src.rows >= size.height);
-    ORVEX_CHECK(src.cols >= size.width);
+    check_gray_window(__func__, src, size);
     U8 out;
     init_output(out, src.rows, src.cols, 1, held_elements(src) >= 0);
     erode_gray(src, size, fastest_isa(), out.data);
@@ -543,16 +546,13 @@ void CImgproc::morphGradient(const U8& src, U8& dst, const Size& size) {
     clock.start();
     const Source source(src, dst);
     const U8& from = *source;
-    dst.init(from.rows, from.cols, 1, 0);
     // Deliberate: every failure from here on is code 2, the inner checks' included.
     try {
-        U8 dilated, eroded;
-        dilateGray(from, dilated, size);
-        erodeGray(from, eroded, size);
-        U8& gradient = dilated;
-        kernels::subtract_bytes(fastest_isa(), dilated.data, eroded.data, gradient.data,
-                                require_pixels(gradient));
-        thresholdSeg(gradient, dst, otsu(gradient));
+        dst.init(from.rows, from.cols, 1, 0);
+        check_gray_window("dilateGray", from, size);
+        require_pixels(from);
+        gray_gradient(from, size, fastest_isa(), dst.data);
+        thresholdSeg(dst, dst, otsu(dst));
     } catch (...) {
         throw CException(2);
     }

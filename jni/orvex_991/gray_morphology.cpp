@@ -12,46 +12,88 @@ namespace {
 
 using Combine = void (*)(Isa, const uint8_t*, const uint8_t*, uint8_t*, ptrdiff_t);
 
-void extreme_of_window(const Mat<unsigned char>& src, const Size& size, Isa isa, Combine combine,
-                       uint8_t neutral, unsigned char* out) {
-    const int cols = src.cols;
-    const int before = size.width / 2;
-    const int below = size.height - 1 - size.height / 2;
-    const int highest = floor_log2(size.height);
-    const auto on_rows = [=](const uint8_t* a, const uint8_t* b, uint8_t* to) {
-        combine(isa, a, b, to, cols);
-    };
-    RowSpans<uint8_t, decltype(on_rows)> down(overlapping_reach(size.height), static_cast<size_t>(cols),
-                                              neutral, on_rows);
-    // A row with what lies outside the image on both sides: the window of column c begins at element c.
-    Scratch<uint8_t> padded(static_cast<size_t>(cols) + static_cast<size_t>(size.width) - 1, neutral);
-    const ptrdiff_t length = static_cast<ptrdiff_t>(padded.size());
-    for (int64_t row = 0; row < static_cast<int64_t>(src.rows) + below; ++row) {
-        if (row < src.rows)
-            std::copy_n(src.data + row * cols, cols, down.next());
-        else
-            std::fill_n(down.next(), cols, neutral);
-        down.push();
-        if (row < below) continue;
-        std::fill_n(padded.data(), before, neutral);
-        on_rows(down.span(highest, 0), down.span(highest, size.height - (1 << highest)),
-                padded.data() + before);
-        std::fill(padded.data() + before + cols, padded.data() + length, neutral);
-        int span = 1;
-        for (; 2 * span <= size.width; span *= 2)
-            combine(isa, padded.data(), padded.data() + span, padded.data(), length - span);
-        combine(isa, padded.data(), padded.data() + size.width - span, out + (row - below) * cols, cols);
+/// The rows of a maximum or minimum filter, one after the other.
+class FilteredRows {
+ public:
+    FilteredRows(const Mat<unsigned char>& src, const Size& size, Isa isa, Combine combine, uint8_t neutral)
+        : src_(src),
+          size_(size),
+          combine_{isa, combine, src.cols},
+          neutral_(neutral),
+          down_(overlapping_reach(size.height), static_cast<size_t>(src.cols), neutral, combine_),
+          padded_(static_cast<size_t>(src.cols) + static_cast<size_t>(size.width) - 1, neutral) {
+        for (int below = size.height - 1 - size.height / 2; below > 0; --below) advance();
     }
-}
+
+    void next(uint8_t* out) {
+        advance();
+        const int cols = src_.cols, before = size_.width / 2;
+        const ptrdiff_t length = static_cast<ptrdiff_t>(padded_.size());
+        const int highest = floor_log2(size_.height);
+        uint8_t* const padded = padded_.data();
+        std::fill_n(padded, before, neutral_);
+        combine_(down_.span(highest, 0), down_.span(highest, size_.height - (1 << highest)), padded + before);
+        std::fill(padded + before + cols, padded + length, neutral_);
+        int span = 1;
+        for (; 2 * span <= size_.width; span *= 2) combine_(padded, padded + span, padded, length - span);
+        combine_(padded, padded + size_.width - span, out, cols);
+    }
+
+ private:
+    struct OnRows {
+        Isa isa;
+        Combine combine;
+        ptrdiff_t cols;
+
+        void operator()(const uint8_t* a, const uint8_t* b, uint8_t* out) const {
+            combine(isa, a, b, out, cols);
+        }
+        void operator()(const uint8_t* a, const uint8_t* b, uint8_t* out, ptrdiff_t n) const {
+            combine(isa, a, b, out, n);
+        }
+    };
+
+    void advance() {
+        if (row_ < src_.rows)
+            std::copy_n(src_.data + row_ * src_.cols, src_.cols, down_.next());
+        else
+            std::fill_n(down_.next(), src_.cols, neutral_);
+        down_.push();
+        ++row_;
+    }
+
+    const Mat<unsigned char>& src_;
+    const Size size_;
+    const OnRows combine_;
+    const uint8_t neutral_;
+    RowSpans<uint8_t, OnRows> down_;
+    // A row with what lies outside the image on both sides: the window of column c begins at element c.
+    Scratch<uint8_t> padded_;
+    int64_t row_ = 0;  // the next one to read
+};
 
 }  // namespace
 
 void dilate_gray(const Mat<unsigned char>& src, const Size& size, Isa isa, unsigned char* out) {
-    extreme_of_window(src, size, isa, kernels::max_bytes, 0, out);
+    FilteredRows rows(src, size, isa, kernels::max_bytes, 0);
+    for (ptrdiff_t row = 0; row < src.rows; ++row) rows.next(out + row * src.cols);
 }
 
 void erode_gray(const Mat<unsigned char>& src, const Size& size, Isa isa, unsigned char* out) {
-    extreme_of_window(src, size, isa, kernels::min_bytes, 255, out);
+    FilteredRows rows(src, size, isa, kernels::min_bytes, 255);
+    for (ptrdiff_t row = 0; row < src.rows; ++row) rows.next(out + row * src.cols);
+}
+
+void gray_gradient(const Mat<unsigned char>& src, const Size& size, Isa isa, unsigned char* out) {
+    FilteredRows dilated(src, size, isa, kernels::max_bytes, 0);
+    FilteredRows eroded(src, size, isa, kernels::min_bytes, 255);
+    Scratch<uint8_t> smallest(static_cast<size_t>(src.cols));
+    for (ptrdiff_t row = 0; row < src.rows; ++row) {
+        uint8_t* const to = out + row * src.cols;
+        dilated.next(to);
+        eroded.next(smallest.data());
+        kernels::subtract_bytes(isa, to, smallest.data(), to, src.cols);
+    }
 }
 
 }  // namespace orvex_cv_991

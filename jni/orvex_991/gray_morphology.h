@@ -20,6 +20,9 @@ void dilate_gray(const Mat<unsigned char>& src, const Size& size, Isa isa, unsig
 /// As dilate_gray with the smallest value; positions outside count as 255.
 void erode_gray(const Mat<unsigned char>& src, const Size& size, Isa isa, unsigned char* out);
 
+/// dilate_gray less erode_gray. `out` is not written before all memory is had.
+void gray_gradient(const Mat<unsigned char>& src, const Size& size, Isa isa, unsigned char* out);
+
 }  // namespace orvex_cv_991
 
 #endif  // ORVEX_991_GRAY_MORPHOLOGY_H

@@ -145,8 +145,8 @@ void erodeGray(Image<Byte> src, Image<Byte>& dst, Size size) {
 void morphGradient(Image<Byte> src, Image<Byte>& dst, Size size) {
     check(!src.empty(), "!src.empty()", "morphGradient");
     check(1 == src.channels, "1 == src.channels", "morphGradient");
-    dst.create(src.rows, src.cols, 1, 0);
     try {
+        dst.create(src.rows, src.cols, 1, 0);
         Image<Byte> d, e, g;
         dilateGray(src, d, size);
         erodeGray(src, e, size);
