@@ -1,9 +1,10 @@
 #!/bin/sh
 # The static library defines no writable data and asks for no thread, file or locale function.
-# usage: symbols.sh LIBRARY
+# usage: symbols.sh LIBRARY NM
 set -eu
 library=$1
-symbols=$(nm "$library")
+nm=$2
+symbols=$("$nm" "$library")
 [ -n "$symbols" ] || { echo "nm shows nothing of $library"; exit 1; }
 
 # b, d, s and their capitals are writable data, C is a common block. (DW.ref.* are the compiler's, of type V.)
