@@ -61,6 +61,7 @@ static void compare_with_mean(const uint8_t* pixels, const uint32_t* sums, const
 // the sum of the first `narrow_rows` rows; all other numbers and their differences stay in 32.
 static void compare_with_line(const uint8_t* pixels, const uint16_t* const* rows, int narrow_rows, int count,
                               int32_t slope, int32_t intercept, uint8_t* out, ptrdiff_t n, uint8_t invert) {
+    (void)narrow_rows;
     ptrdiff_t i = 0;
 #ifdef ORVEX_VEC
     const U8 flip = U8{} + invert;

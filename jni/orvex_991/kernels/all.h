@@ -1,12 +1,12 @@
 // Every kernel, for one instruction set. Included once for each, inside a namespace of its own. histogram.h
-// calls what label.h defines.
+// calls what bits.h defines.
 #ifdef ORVEX_VEC
 #include "simd.h"
 #endif
 #include "adaptive.h"
+#include "bits.h"
 #include "find.h"
 #include "gray.h"
-#include "label.h"
 #include "histogram.h"
 #include "hsv.h"
 #include "lookup.h"

@@ -173,8 +173,9 @@ ORVEX_INLINE U8 pick(U8 table, U8 index) {
 // on; and the way back.
 ORVEX_INLINE U8 load_halves(const uint8_t* from, ptrdiff_t apart) {
 #if ORVEX_VEC == 32
-    return (U8)_mm256_inserti128_si256(_mm256_castsi128_si256(_mm_loadu_si128((const __m128i*)from)),
-                                       _mm_loadu_si128((const __m128i*)(from + apart)), 1);
+    return (U8)_mm256_inserti128_si256(
+        _mm256_castsi128_si256(_mm_loadu_si128((const __m128i*)(const void*)from)),
+        _mm_loadu_si128((const __m128i*)(const void*)(from + apart)), 1);
 #else
     (void)apart;
     return load(from);
@@ -183,8 +184,8 @@ ORVEX_INLINE U8 load_halves(const uint8_t* from, ptrdiff_t apart) {
 
 ORVEX_INLINE void store_halves(uint8_t* to, ptrdiff_t apart, U8 v) {
 #if ORVEX_VEC == 32
-    _mm_storeu_si128((__m128i*)to, _mm256_castsi256_si128((__m256i)v));
-    _mm_storeu_si128((__m128i*)(to + apart), _mm256_extracti128_si256((__m256i)v, 1));
+    _mm_storeu_si128((__m128i*)(void*)to, _mm256_castsi256_si128((__m256i)v));
+    _mm_storeu_si128((__m128i*)(void*)(to + apart), _mm256_extracti128_si256((__m256i)v, 1));
 #else
     (void)apart;
     store(to, v);

@@ -33,7 +33,7 @@ static void bgr_from_nv21_row(const uint8_t* luma, const uint8_t* vu, uint8_t* b
 #define ORVEX_TWICE(x) (h ? ORVEX_INTERLEAVE16_HIGH(x, x) : ORVEX_INTERLEAVE16_LOW(x, x))
             const I16 y_lane = (I16)(h ? widen_high(y) : widen_low(y)), y84 = 84 * y_lane;
             b[h] = y_lane + (ORVEX_TWICE(u_whole) + ((y84 + ORVEX_TWICE(u_rest)) >> 9));
-            g[h] = y_lane + (ORVEX_TWICE(g_whole) + (I16)((U16)(y84 + y84 + ORVEX_TWICE(g_rest)) >> 10));
+            g[h] = y_lane + (ORVEX_TWICE(g_whole) + (I16)(((U16)y84 * 2 + (U16)ORVEX_TWICE(g_rest)) >> 10));
             r[h] = y_lane + (ORVEX_TWICE(v_whole) + ((y84 + ORVEX_TWICE(v_rest)) >> 9));
 #undef ORVEX_TWICE
         }
