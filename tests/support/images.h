@@ -22,8 +22,8 @@ class Random {
     uint64_t bits() { return engine_(); }
     /// Uniform in low .. high, both inclusive.
     int range(int low, int high) {
-        return low +
-               static_cast<int>(engine_() % (static_cast<uint64_t>(high) - static_cast<uint64_t>(low) + 1));
+        const uint64_t span = static_cast<uint64_t>(int64_t{high} - low + 1);
+        return static_cast<int>(low + static_cast<int64_t>(engine_() % span));
     }
     bool chance(int percent) { return range(0, 99) < percent; }
     template <class T>
