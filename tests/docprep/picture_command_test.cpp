@@ -90,6 +90,10 @@ Names command_line(const std::string& command, const std::string& input, const s
     return all;
 }
 
+void binarise_by_otsu(const Image& gray, Image& binary) {
+    docprep::binarise(gray, docprep::measure_for(docprep::BinariseMethod::kOtsu, gray), binary);
+}
+
 }  // namespace
 
 // ---- warp ----
@@ -303,7 +307,7 @@ TEST(morph_command, any_other_picture_is_binarised_first_with_dark_as_foreground
     const TemporaryFolder folder;
     const std::string path = write_page(folder, "page.jpg");
     Image binary, expected;
-    docprep::binarise(pixels_of(path), binary);
+    binarise_by_otsu(pixels_of(path), binary);
     CImgproc::dilateBinary(binary, expected, Size(9, 1));
     const Image result = written_by({"morph", "--op", "dilate", "--size", "9x1"}, folder, path);
     expect_same_pixels(expected, result);
@@ -317,7 +321,7 @@ TEST(morph_command, colour_is_binarised_by_way_of_gray) {
     const std::string path = write_picture(folder, "p.png", 40, 61, blots);
     Image gray, binary, expected;
     CImgproc::bgr2gray(pixels_of(path), gray);
-    docprep::binarise(gray, binary);
+    binarise_by_otsu(gray, binary);
     CImgproc::erodeBinary(binary, expected, Size(2, 2));
     expect_same_pixels(expected, written_by({"morph", "--op", "erode", "--size", "2x2"}, folder, path));
 }

@@ -5,12 +5,15 @@
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
-using docprep::PageComponents;
-using docprep::Rects;
+using docprep::Print;
 using docprep::Report;
 using docprep::Seals;
+using docprep::Sharpness;
 using docprep::Steps;
+using docprep::TextRow;
 using nlohmann::json;
+using orvex_cv_991::Point;
+using orvex_cv_991::Point32f;
 using orvex_cv_991::Rect;
 
 namespace {
@@ -25,16 +28,28 @@ Report sample() {
     report.source.orientation = 6;
     report.source.cols = 30;
     report.source.rows = 40;
-    report.threshold = 128;
-    PageComponents& page = report.components.emplace();
-    page.found = 7;
-    page.text.kept.push_back(Rect(1, 2, 3, 4));
-    page.text.kept.push_back(Rect(10, 3, 5, 6));
-    page.text.text_height = 5;
-    page.text.border = 1;
-    page.text.tall = 2;
-    page.text.specks = 2;
-    report.text_rows.emplace().push_back(page.text.kept);
+    report.turn = {90, 40, 30};
+    report.sharpness = Sharpness{142.375f, true};
+    report.binarisation.emplace().threshold = 128;
+    report.deskew = docprep::Deskew{-1.5, {1, 2, 3, 4, 5, 6.5f}, 42, 33};
+    Print& print = report.print.emplace();
+    print.found = 7;
+    print.text.kept.push_back(Rect(1, 2, 3, 4));
+    print.text.kept.push_back(Rect(10, 3, 5, 6));
+    print.text.text_height = 5;
+    print.text.border = 1;
+    print.text.tall = 2;
+    print.text.specks = 2;
+    print.text.red = 3;
+    TextRow& row = report.text_rows.emplace().emplace_back();
+    row.components = print.text.kept;
+    row.rect = Rect(1, 2, 14, 7);
+    for (const Point& corner : {Point(1, 2), Point(14, 3), Point(14, 8)}) row.hull.push_back(corner);
+    for (const float x : {1.0f, 2.5f, 3.125f, 4.0f}) row.min_area.pts.push_back(Point32f(x, 9));
+    row.min_area.width = 13;
+    row.min_area.height = 6;
+    row.on_photo.corners = {Point(1, 1), Point(2, 2), Point(3, 3), Point(4, 4)};
+    row.on_photo.rect = Rect(21, 22, 23, 24);
     Seals& seals = report.seals.emplace();
     seals.rects.push_back(Rect(20, 30, 9, 8));
     seals.rects.push_back(Rect(3, 4, 5, 6));
@@ -61,27 +76,37 @@ TEST(report, json_holds_everything) {
               result["input"]);
     EXPECT_EQ(30, result["width"]);
     EXPECT_EQ(40, result["height"]);
-    EXPECT_EQ(128, result["threshold"]);
+    EXPECT_EQ(json({{"degrees", 90}, {"width", 40}, {"height", 30}}), result["turn"]);
+    EXPECT_EQ(json({{"value", 142.38}, {"verdict", "sharp"}, {"sharp_from", 110}}), result["sharpness"]);
+    EXPECT_EQ(json({{"method", "otsu"}, {"threshold", 128}}), result["binarise"]);
+    EXPECT_EQ(json({{"degrees", -1.5}, {"matrix", {1, 2, 3, 4, 5, 6.5}}, {"width", 42}, {"height", 33}}),
+              result["deskew"]);
     EXPECT_EQ(json({{"found", 7},
                     {"text", 2},
                     {"text_height", 5},
-                    {"dropped", {{"border", 1}, {"tall", 2}, {"wide", 0}, {"speck", 2}}}}),
+                    {"dropped", {{"border", 1}, {"tall", 2}, {"wide", 0}, {"speck", 2}, {"red", 3}}}}),
               result["components"]);
     ASSERT_EQ(1u, result["rows"].size());
-    EXPECT_EQ(json({{"x", 1}, {"y", 2}, {"width", 14}, {"height", 7}}), result["rows"][0]["rect"]);
-    EXPECT_EQ(json({{"x", 10}, {"y", 3}, {"width", 5}, {"height", 6}}), result["rows"][0]["components"][1]);
+    const json& row = result["rows"][0];
+    EXPECT_EQ(json({{"x", 1}, {"y", 2}, {"width", 14}, {"height", 7}}), row["rect"]);
+    EXPECT_EQ(json({{1, 2}, {14, 3}, {14, 8}}), row["hull"]);
+    EXPECT_EQ(json({{"corners", {{1, 9}, {2.5, 9}, {3.13, 9}, {4, 9}}}, {"width", 13}, {"height", 6}}),
+              row["min_area_rect"]);
+    EXPECT_EQ(json({{1, 1}, {2, 2}, {3, 3}, {4, 4}}), row["photo"]["corners"]);
+    EXPECT_EQ(json({{"x", 21}, {"y", 22}, {"width", 23}, {"height", 24}}), row["photo"]["rect"]);
+    EXPECT_EQ(json({{"x", 10}, {"y", 3}, {"width", 5}, {"height", 6}}), row["components"][1]);
     EXPECT_EQ(77, result["seal"]["pixels"]);
     ASSERT_EQ(2u, result["seal"]["rects"].size());
     EXPECT_EQ(json({{"x", 20}, {"y", 30}, {"width", 9}, {"height", 8}}), result["seal"]["rects"][0]);
     EXPECT_TRUE(result["milliseconds"]["gray"].is_number());
-    EXPECT_EQ(9u, result.size());
+    EXPECT_EQ(12u, result.size());
 }
 
 TEST(report, json_holds_no_member_of_a_stage_that_did_not_run) {
     const json result = parsed(Report());
-    for (const char* name : {"threshold", "components", "rows", "seal"})
+    for (const char* name : {"sharpness", "binarise", "deskew", "components", "rows", "seal"})
         EXPECT_FALSE(result.contains(name)) << name;
-    EXPECT_EQ(5u, result.size());
+    EXPECT_EQ(6u, result.size());
 }
 
 TEST(report, no_seal_is_null_in_json_and_none_in_the_summary) {
@@ -128,7 +153,10 @@ TEST(report, the_summary_is_aligned) {
     EXPECT_EQ(
         "input         photos/page.jpg (JPEG, 40 x 30, orientation 6)\n"
         "size          30 x 40\n"
-        "threshold          128\n"
+        "turned        90 degrees clockwise, 40 x 30\n"
+        "sharpness     142, sharp\n"
+        "binarised     Otsu's threshold 128\n"
+        "page          turned 1.50 degrees clockwise, 42 x 33\n"
         "components           7\n"
         "of them text         2\n"
         "rows                 1\n"
@@ -159,16 +187,32 @@ TEST(report, names_cannot_break_the_summary_into_more_lines) {
     EXPECT_NE(std::string::npos, text.find("\nwritten       c?d.png\n")) << text;
 }
 
-TEST(report, the_bounding_rectangle_covers_all) {
-    Rects rects;
-    EXPECT_EQ(0, docprep::bounding_rect(rects).width);
-    rects.push_back(Rect(5, 9, 2, 2));
-    rects.push_back(Rect(3, 10, 1, 8));
-    const Rect all = docprep::bounding_rect(rects);
-    EXPECT_EQ(3, all.x);
-    EXPECT_EQ(9, all.y);
-    EXPECT_EQ(4, all.width);
-    EXPECT_EQ(9, all.height);
+TEST(report, the_summary_tells_how_print_was_found_and_the_page_made) {
+    Report report;
+    docprep::Binarisation& how = report.binarisation.emplace();
+    how.method = docprep::BinariseMethod::kAdaptive;
+    how.block = 81;
+    how.contrast = 35.25;
+    report.deskew.emplace();
+    report.sharpness.emplace();
+    EXPECT_EQ(
+        "input          (, 0 x 0)\n"
+        "size          0 x 0\n"
+        "sharpness     0, no text\n"
+        "binarised     adaptive, 35.2 below the mean of 81 x 81\n"
+        "page          not turned\n"
+        "ms                 0.0  in all\n",
+        docprep::summary(report, {}).text());
+    report.deskew->degrees = 0.5;
+    EXPECT_NE(std::string::npos,
+              docprep::summary(report, {}).text().find("turned 0.50 degrees anticlockwise"));
+    EXPECT_EQ(json({{"method", "adaptive"}, {"block", 81}, {"contrast", 35.25}}), parsed(report)["binarise"]);
+}
+
+TEST(report, a_row_without_area_has_no_rectangle_of_least_area) {
+    Report report;
+    report.text_rows.emplace().emplace_back();
+    EXPECT_TRUE(parsed(report)["rows"][0].at("min_area_rect").is_null());
 }
 
 TEST(report, steps_are_listed_in_their_order_and_failed_ones_are_not) {

@@ -9,7 +9,8 @@
 using docprep::Colour;
 using docprep::Image;
 using docprep::Rects;
-using docprep::Rows;
+using docprep::TextRow;
+using docprep::TextRows;
 using orvex_cv_991::Rect;
 
 namespace {
@@ -20,12 +21,10 @@ Image white(int rows, int cols, int channels) {
     return image;
 }
 
-Rows one_row(const Rect& rect) {
-    Rects rects;
-    rects.push_back(rect);
-    Rows rows;
-    rows.push_back(rects);
-    return rows;
+TextRows one_row(const Rect& rect) {
+    TextRow row;
+    row.components.push_back(rect);
+    return {row};
 }
 
 /// The picture as text: '#' where it is not white.
@@ -68,7 +67,7 @@ TEST(row_picture, outlines_end_at_the_picture) {
 }
 
 TEST(row_picture, lines_are_thicker_on_larger_pictures) {
-    const Rows rows = one_row(Rect(50, 50, 5, 5));
+    const TextRows rows = one_row(Rect(50, 50, 5, 5));
     const auto left_of_rectangle = [&](int extent) {
         const Image picture = docprep::draw_rows(white(extent, extent, 3), rows);
         int thickness = 0;
@@ -88,7 +87,7 @@ TEST(row_picture, gray_photos_get_coloured_lines) {
 }
 
 TEST(row_picture, each_row_has_its_own_colour) {
-    Rows rows = one_row(Rect(2, 2, 2, 1));
+    TextRows rows = one_row(Rect(2, 2, 2, 1));
     rows.push_back(one_row(Rect(2, 7, 2, 1))[0]);
     const Image picture = docprep::draw_rows(white(12, 6, 3), rows);
     for (int row = 0; row < 2; ++row)

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "report.h"
+#include "text_rows.h"
 #include "util_exception.h"
 
 using docprep::Image;

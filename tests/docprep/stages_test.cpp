@@ -7,8 +7,8 @@ using docprep::Stages;
 
 namespace {
 
-const std::vector<Stage> kStages = {Stage::kBinarise, Stage::kComponents, Stage::kRows, Stage::kSeal,
-                                    Stage::kSaliency};
+const std::vector<Stage> kStages = {Stage::kSharpness, Stage::kBinarise, Stage::kPage,    Stage::kComponents,
+                                    Stage::kRows,      Stage::kSeal,     Stage::kSaliency};
 
 /// The names of the stages that are needed when one is chosen.
 std::vector<std::string> needed_by(Stage chosen) {
@@ -25,8 +25,10 @@ std::vector<std::string> needed_by(Stage chosen) {
 TEST(stages, a_stage_needs_those_that_it_builds_on) {
     using Names = std::vector<std::string>;
     EXPECT_EQ(Names{"binarise"}, needed_by(Stage::kBinarise));
-    EXPECT_EQ((Names{"binarise", "components"}), needed_by(Stage::kComponents));
-    EXPECT_EQ((Names{"binarise", "components", "rows"}), needed_by(Stage::kRows));
+    EXPECT_EQ((Names{"sharpness", "binarise"}), needed_by(Stage::kSharpness));
+    EXPECT_EQ((Names{"binarise", "page"}), needed_by(Stage::kPage));
+    EXPECT_EQ((Names{"binarise", "page", "components"}), needed_by(Stage::kComponents));
+    EXPECT_EQ((Names{"binarise", "page", "components", "rows"}), needed_by(Stage::kRows));
     EXPECT_EQ(Names{"seal"}, needed_by(Stage::kSeal));
     EXPECT_EQ(Names{"saliency"}, needed_by(Stage::kSaliency));
 }

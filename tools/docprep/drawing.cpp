@@ -5,7 +5,7 @@
 
 namespace docprep {
 
-Image in_colour(const Image& picture) {
+Image in_colour(Image picture) {
     if (picture.channels == 3) return picture;
     Image colour;
     colour.mat_create(picture.rows, picture.cols, 3, 0);

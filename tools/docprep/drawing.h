@@ -12,7 +12,7 @@ struct Colour {
 };
 
 /// The picture (1 or 3 channels) with 3.
-Image in_colour(const Image& picture);
+Image in_colour(Image picture);
 
 /// How thick lines are drawn: thicker on larger pictures, so that they are seen when the whole is.
 int line_thickness(const Image& picture);

@@ -39,10 +39,13 @@ Image binary_of(const Image& picture, Steps& steps, Summary& summary) {
     }
     Image gray;
     Image binary;
-    int threshold = 0;
+    Binarisation how;
     steps.run("gray", [&] { CImgproc::bgr2gray(picture, gray); });
-    steps.run("binarise", [&] { threshold = binarise(gray, binary); });
-    summary.line("foreground", "dark (gray level " + std::to_string(threshold) + " and below)");
+    steps.run("binarise", [&] {
+        how = measure_for(BinariseMethod::kOtsu, gray);
+        binarise(gray, how, binary);
+    });
+    summary.line("foreground", "dark (gray level " + std::to_string(how.threshold) + " and below)");
     return binary;
 }
 

@@ -1,11 +1,15 @@
 #include "report.h"
 
-#include <algorithm>
+#include <cmath>
+#include <cstdio>
 #include <nlohmann/json.hpp>
 
 namespace docprep {
 
+using orvex_cv_991::Point;
+using orvex_cv_991::Point32f;
 using orvex_cv_991::Rect;
+using orvex_cv_991::RotatedRect;
 using Json = nlohmann::ordered_json;
 
 namespace {
@@ -44,18 +48,6 @@ void append(std::string& text, const Rects& rects, const char* line_start) {
     text += "]";
 }
 
-void append(std::string& text, const Rows& rows) {
-    text += "[";
-    for (int k = 0; k < rows.size; ++k) {
-        text += k == 0 ? "\n    {\"rect\":" : ",\n    {\"rect\":";
-        append(text, bounding_rect(rows[k]));
-        text += ",\"components\":";
-        append(text, rows[k], "      ");
-        text += "}";
-    }
-    text += "]";
-}
-
 void append(std::string& text, const Seals& seals) {
     if (!seals.found()) {
         text += "null";
@@ -66,43 +58,143 @@ void append(std::string& text, const Seals& seals) {
     text += "}";
 }
 
-}  // namespace
-
-Rect bounding_rect(const Rects& rects) {
-    if (rects.size == 0) return Rect();
-    int left = rects[0].x, top = rects[0].y, right = left, bottom = top;
-    for (int k = 0; k < rects.size; ++k) {
-        const Rect& rect = rects[k];
-        left = std::min(left, rect.x);
-        top = std::min(top, rect.y);
-        right = std::max(right, rect.x + rect.width);
-        bottom = std::max(bottom, rect.y + rect.height);
-    }
-    return Rect(left, top, right - left, bottom - top);
+/// What is measured is not exact to more digits.
+double hundredths(double value) {
+    return std::round(value * 100) / 100;
 }
 
+Json as_json(const Rect& rect) {
+    return {{"x", rect.x}, {"y", rect.y}, {"width", rect.width}, {"height", rect.height}};
+}
+
+Json as_json(const Point& point) {
+    return {point.x, point.y};
+}
+
+Json as_json(const Point32f& point) {
+    return {hundredths(double{point.x}), hundredths(double{point.y})};
+}
+
+template <class T>
+Json as_json(const orvex_991::vector<T>& points) {
+    Json list = Json::array();
+    for (int k = 0; k < points.size; ++k) list.push_back(as_json(points[k]));
+    return list;
+}
+
+Json as_json(const RotatedRect& rect) {
+    if (rect.pts.size == 0) return nullptr;
+    return {{"corners", as_json(rect.pts)}, {"width", rect.width}, {"height", rect.height}};
+}
+
+Json as_json(const PhotoPlace& place) {
+    Json corners = Json::array();
+    for (const Point& corner : place.corners) corners.push_back(as_json(corner));
+    return {{"corners", corners}, {"rect", as_json(place.rect)}};
+}
+
+Json as_json(const Source& source) {
+    return {{"file", source.file},
+            {"format", source.format},
+            {"width", source.stored_cols},
+            {"height", source.stored_rows},
+            {"orientation", source.orientation}};
+}
+
+Json as_json(const Turn& turn) {
+    return {{"degrees", turn.degrees}, {"width", turn.cols}, {"height", turn.rows}};
+}
+
+Json as_json(const Sharpness& sharpness) {
+    return {{"value", hundredths(double{sharpness.value})},
+            {"verdict", verdict(sharpness)},
+            {"sharp_from", double{kSharp}}};
+}
+
+Json as_json(const Binarisation& how) {
+    Json json = {{"method", binarise_method_names()[static_cast<size_t>(how.method)]}};
+    if (how.method == BinariseMethod::kOtsu) {
+        json["threshold"] = how.threshold;
+    } else {
+        json["block"] = how.block;
+        json["contrast"] = hundredths(how.contrast);
+    }
+    return json;
+}
+
+Json as_json(const Deskew& deskew) {
+    return {{"degrees", hundredths(deskew.degrees)},
+            {"matrix", deskew.matrix},
+            {"width", deskew.cols},
+            {"height", deskew.rows}};
+}
+
+Json as_json(const Print& print) {
+    const TextComponents& text = print.text;
+    return {{"found", print.found},
+            {"text", text.kept.size()},
+            {"text_height", text.text_height},
+            {"dropped",
+             {{"border", text.border},
+              {"tall", text.tall},
+              {"wide", text.wide},
+              {"speck", text.specks},
+              {"red", text.red}}}};
+}
+
+void append(std::string& text, const TextRow& row) {
+    const Json shapes = {{"rect", as_json(row.rect)},
+                         {"hull", as_json(row.hull)},
+                         {"min_area_rect", as_json(row.min_area)},
+                         {"photo", as_json(row.on_photo)}};
+    text += shapes.dump();
+    text.back() = ',';  // in place of the closing brace
+    text += "\"components\":";
+    append(text, row.components, "      ");
+    text += "}";
+}
+
+void append(std::string& text, const TextRows& rows) {
+    text += "[";
+    for (size_t k = 0; k < rows.size(); ++k) {
+        text += k == 0 ? "\n    " : ",\n    ";
+        append(text, rows[k]);
+    }
+    text += "]";
+}
+
+/// A number with so many digits behind the point.
+std::string number_text(double value, int digits) {
+    char text[48];
+    std::snprintf(text, sizeof text, "%.*f", digits, value);
+    return text;
+}
+
+std::string in_words(const Binarisation& how) {
+    if (how.method == BinariseMethod::kOtsu) return "Otsu's threshold " + std::to_string(how.threshold);
+    const std::string block = std::to_string(how.block);
+    return "adaptive, " + number_text(how.contrast, 1) + " below the mean of " + block + " x " + block;
+}
+
+std::string in_words(const Deskew& deskew) {
+    if (deskew.degrees == 0) return "not turned";
+    return "turned " + number_text(std::fabs(deskew.degrees), 2) + " degrees " +
+           (deskew.degrees > 0 ? "anticlockwise" : "clockwise") + ", " + pixel_size(deskew.cols, deskew.rows);
+}
+
+}  // namespace
+
 Bytes result_json(const Report& report) {
-    const Source& source = report.source;
     Members members;
     members.add("docprep", DOCPREP_VERSION);
-    members.add("input", {{"file", source.file},
-                          {"format", source.format},
-                          {"width", source.stored_cols},
-                          {"height", source.stored_rows},
-                          {"orientation", source.orientation}});
-    members.add("width", source.cols);
-    members.add("height", source.rows);
-    if (report.threshold) members.add("threshold", *report.threshold);
-    if (report.components) {
-        const TextComponents& text = report.components->text;
-        members.add(
-            "components",
-            {{"found", report.components->found},
-             {"text", text.kept.size()},
-             {"text_height", text.text_height},
-             {"dropped",
-              {{"border", text.border}, {"tall", text.tall}, {"wide", text.wide}, {"speck", text.specks}}}});
-    }
+    members.add("input", as_json(report.source));
+    members.add("width", report.source.cols);
+    members.add("height", report.source.rows);
+    members.add("turn", as_json(report.turn));
+    if (report.sharpness) members.add("sharpness", as_json(*report.sharpness));
+    if (report.binarisation) members.add("binarise", as_json(*report.binarisation));
+    if (report.deskew) members.add("deskew", as_json(*report.deskew));
+    if (report.print) members.add("components", as_json(*report.print));
     if (report.seals) append(members.add("seal"), *report.seals);
     Json ms = Json::object();
     for (const Steps::Step& step : report.steps.list()) ms[step.name] = step.ms;
@@ -115,12 +207,19 @@ Bytes result_json(const Report& report) {
 Summary summary(const Report& report, const std::vector<std::string>& paths) {
     Summary table;
     table.source(report.source);
-    if (report.threshold) table.count("threshold", *report.threshold);
-    if (report.components) {
-        table.count("components", report.components->found);
-        table.count("of them text", report.components->text.kept.size());
+    if (report.turn.degrees != 0)
+        table.line("turned", std::to_string(report.turn.degrees) + " degrees clockwise, " +
+                                 pixel_size(report.turn.cols, report.turn.rows));
+    if (report.sharpness)
+        table.line("sharpness",
+                   number_text(double{report.sharpness->value}, 0) + ", " + verdict(*report.sharpness));
+    if (report.binarisation) table.line("binarised", in_words(*report.binarisation));
+    if (report.deskew) table.line("page", in_words(*report.deskew));
+    if (report.print) {
+        table.count("components", report.print->found);
+        table.count("of them text", report.print->text.kept.size());
     }
-    if (report.text_rows) table.count("rows", report.text_rows->size);
+    if (report.text_rows) table.count("rows", static_cast<int64_t>(report.text_rows->size()));
     if (report.seals && report.seals->found()) {
         table.count("seal marks", report.seals->rects.size);
         table.count("seal pixels", report.seals->pixels);

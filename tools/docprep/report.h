@@ -6,34 +6,38 @@
 #include <string>
 #include <vector>
 
+#include "binarise.h"
+#include "deskew.h"
 #include "file_bytes.h"
 #include "input.h"
-#include "row_picture.h"
+#include "print.h"
 #include "seals.h"
+#include "sharpness.h"
 #include "steps.h"
 #include "summary.h"
-#include "text_components.h"
+#include "text_rows.h"
 
 namespace docprep {
 
-/// The components of a page: how many there are, and which of them are text.
-struct PageComponents {
-    int found = 0;
-    TextComponents text;
+/// The photograph turned by the user's wish.
+struct Turn {
+    int degrees = 0;  ///< clockwise
+    int cols = 0;     ///< extents after it
+    int rows = 0;
 };
 
 /// Everything that is reported; of stages that did not run there is nothing.
 struct Report {
     Source source;
-    std::optional<int> threshold;
-    std::optional<PageComponents> components;
-    std::optional<Rows> text_rows;
+    Turn turn;
+    std::optional<Sharpness> sharpness;
+    std::optional<Binarisation> binarisation;
+    std::optional<Deskew> deskew;
+    std::optional<Print> print;
+    std::optional<TextRows> text_rows;
     std::optional<Seals> seals;
     Steps steps;
 };
-
-/// The smallest rectangle round all of them; empty for none.
-orvex_cv_991::Rect bounding_rect(const Rects& rects);
 
 /// result.json. Bytes of the input's name that are not UTF-8 become U+FFFD.
 Bytes result_json(const Report& report);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <utility>
 
 namespace docprep {
 
@@ -50,12 +51,13 @@ Colour row_colour(int row) {
     return colour;
 }
 
-Image draw_rows(const Image& photo, const Rows& rows) {
-    const int thickness = line_thickness(photo);
-    Image picture = in_colour(photo);
-    for (int row = 0; row < rows.size; ++row) {
-        const Colour colour = row_colour(row);
-        for (int k = 0; k < rows[row].size; ++k) outline(picture, rows[row][k], thickness, colour);
+Image draw_rows(Image page, const TextRows& rows) {
+    const int thickness = line_thickness(page);
+    Image picture = in_colour(std::move(page));
+    for (size_t row = 0; row < rows.size(); ++row) {
+        const Rects& components = rows[row].components;
+        const Colour colour = row_colour(static_cast<int>(row));
+        for (int k = 0; k < components.size; ++k) outline(picture, components[k], thickness, colour);
     }
     return picture;
 }

@@ -4,18 +4,16 @@
 
 #include "drawing.h"
 #include "photo.h"
-#include "text_components.h"
+#include "text_rows.h"
 
 namespace docprep {
-
-using Rows = orvex_991::vector<Rects>;
 
 /// The colour of a row: of rows that follow each other very different ones, none too pale for white paper.
 Colour row_colour(int row);
 
-/// The photo (1 or 3 channels) in colour, each row's rectangles outlined in the row's colour. Lines lie
-/// outside the rectangles, so that the text stays legible.
-Image draw_rows(const Image& photo, const Rows& rows);
+/// The page as photographed (1 or 3 channels) in colour, each row's rectangles outlined in the row's colour.
+/// Lines lie outside the rectangles, so that the text stays legible.
+Image draw_rows(Image page, const TextRows& rows);
 
 }  // namespace docprep
 

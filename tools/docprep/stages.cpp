@@ -3,13 +3,13 @@
 namespace docprep {
 
 std::vector<std::string> stage_names() {
-    return {"binarise", "components", "rows", "seal", "saliency"};
+    return {"sharpness", "binarise", "page", "components", "rows", "seal", "saliency"};
 }
 
 Stages Stages::all() {
     Stages stages;
-    for (const Stage stage :
-         {Stage::kBinarise, Stage::kComponents, Stage::kRows, Stage::kSeal, Stage::kSaliency})
+    for (const Stage stage : {Stage::kSharpness, Stage::kBinarise, Stage::kPage, Stage::kComponents,
+                              Stage::kRows, Stage::kSeal, Stage::kSaliency})
         stages.choose(stage);
     return stages;
 }
@@ -18,6 +18,8 @@ bool Stages::needed(Stage stage) const {
     if (chosen(stage)) return true;
     switch (stage) {
         case Stage::kBinarise:
+            return chosen(Stage::kSharpness) || needed(Stage::kPage);
+        case Stage::kPage:
             return needed(Stage::kComponents);
         case Stage::kComponents:
             return needed(Stage::kRows);

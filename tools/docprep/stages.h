@@ -7,7 +7,15 @@
 
 namespace docprep {
 
-enum class Stage { kBinarise, kComponents, kRows, kSeal, kSaliency };
+enum class Stage {
+    kSharpness,   ///< whether the photograph is in focus
+    kBinarise,    ///< its dark print, binary.png
+    kPage,        ///< that print made level, page.png
+    kComponents,  ///< the page's components
+    kRows,        ///< its rows of text, rows.png
+    kSeal,        ///< the photograph's red seals, seal.png
+    kSaliency     ///< and its saliency, saliency.png
+};
 
 /// The names of the stages, by their values.
 std::vector<std::string> stage_names();

@@ -1,10 +1,8 @@
 #include "warp.h"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 
 #include "cv_imgproc.h"
 #include "options.h"
@@ -12,47 +10,16 @@
 namespace docprep {
 
 using orvex_cv_991::CImgproc;
-using orvex_cv_991::Mat;
-using orvex_cv_991::Point32f;
 using orvex_cv_991::Size;
 
 namespace {
 
-/// Where a picture's centre lies: pixel (0, 0) is centred on (0, 0).
-double centre(int extent) {
-    return (extent - 1) / 2.0;
-}
-
-AffineMatrix rotation(float angle, float scale, const Image& picture) {
-    const Point32f about(static_cast<float>(centre(picture.cols)), static_cast<float>(centre(picture.rows)));
-    const Mat<float> turned = CImgproc::getRotationMatrix2D(about, angle, scale);
-    AffineMatrix matrix;
-    std::copy_n(turned.data, matrix.size(), matrix.begin());
-    return matrix;
-}
-
-/// The extent on one axis of a mapped picture; `m` is that axis' row of the matrix.
-double mapped_extent(const float* m, const Image& picture) {
-    // What single precision adds to a quarter turn shall not cost another row of pixels.
-    constexpr double kRounding = 0.01;
-    const double extent = std::fabs(double{m[0]}) * picture.cols + std::fabs(double{m[1]}) * picture.rows;
-    return std::max(1.0, std::ceil(extent - kRounding));
-}
-
-/// The shift on one axis that brings the picture's centre to that of a result of `extent`.
-float centring_shift(const float* m, const Image& picture, int extent) {
-    const double from_centre = double{m[0]} * centre(picture.cols) + double{m[1]} * centre(picture.rows);
-    return static_cast<float>(centre(extent) - from_centre);
-}
-
 /// Moves what is mapped to the middle of a result that is just large enough for it.
 Size fit(AffineMatrix& matrix, const Image& picture, const PictureOptions& options) {
-    const double cols = mapped_extent(&matrix[0], picture);
-    const double rows = mapped_extent(&matrix[3], picture);
-    require_output_size(options, cols, rows);
-    const Size size(static_cast<int>(cols), static_cast<int>(rows));
-    matrix[2] = centring_shift(&matrix[0], picture, size.width);
-    matrix[5] = centring_shift(&matrix[3], picture, size.height);
+    const WideExtents extents = mapped_extents(matrix, picture);
+    require_output_size(options, extents.cols, extents.rows);
+    const Size size(static_cast<int>(extents.cols), static_cast<int>(extents.rows));
+    centre_in(matrix, picture, size.width, size.height);
     return size;
 }
 
@@ -68,16 +35,6 @@ std::optional<AffineMatrix> parse_matrix(const std::string& text) {
         if (error != std::errc() || stop != end || !std::isfinite(matrix[k])) return std::nullopt;
     }
     return matrix;
-}
-
-std::string as_text(const AffineMatrix& matrix) {
-    std::string text;
-    for (const float value : matrix) {
-        char number[24];
-        std::snprintf(number, sizeof number, "%.9g", static_cast<double>(value));
-        text += (text.empty() ? "" : ",") + std::string(number);
-    }
-    return text;
 }
 
 void add_warp(CLI::App& app, WarpOptions& options) {
@@ -106,18 +63,16 @@ void add_warp(CLI::App& app, WarpOptions& options) {
 
 void warp(const WarpOptions& options) {
     run_picture_command(options, [&](const Image& picture, Steps& steps, Summary& summary) {
-        AffineMatrix matrix =
-            options.matrix ? *options.matrix : rotation(*options.angle, options.scale.value_or(1), picture);
+        AffineMatrix matrix = options.matrix
+                                  ? *options.matrix
+                                  : turn_about_centre(*options.angle, options.scale.value_or(1), picture);
         Size size(picture.cols, picture.rows);
         if (options.fit) size = fit(matrix, picture, options);
         summary.line("matrix", as_text(matrix));
 
-        Mat<float> transformation;
-        transformation.mat_create(2, 3, 1, 0);
-        std::copy(matrix.begin(), matrix.end(), transformation.data);
         Image result;
         steps.run("warp", [&] {
-            CImgproc::warpAffine(picture, result, transformation, size, orvex_cv_991::INTERP_LINEAR, nullptr);
+            CImgproc::warpAffine(picture, result, as_mat(matrix), size, orvex_cv_991::INTERP_LINEAR, nullptr);
         });
         return result;
     });

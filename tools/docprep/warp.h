@@ -2,15 +2,12 @@
 #ifndef DOCPREP_WARP_H
 #define DOCPREP_WARP_H
 
-#include <array>
 #include <optional>
 
+#include "affine.h"
 #include "picture_command.h"
 
 namespace docprep {
-
-/// [0 1 2; 3 4 5], from the picture's (x, y) to the result's.
-using AffineMatrix = std::array<float, 6>;
 
 struct WarpOptions : PictureOptions {
     std::optional<float> angle;          ///< degrees, anticlockwise
@@ -19,11 +16,8 @@ struct WarpOptions : PictureOptions {
     bool fit = false;                    ///< the result's size is chosen so that nothing is cut off
 };
 
-/// Reads six finite numbers with commas between them; nothing for any other text.
+/// Reads six finite numbers with commas between them, as as_text writes them; nothing for any other text.
 std::optional<AffineMatrix> parse_matrix(const std::string& text);
-
-/// What parse_matrix reads as the same matrix.
-std::string as_text(const AffineMatrix& matrix);
 
 /// Declares the command's options; parsing fills `options`, which must live as long as `app`.
 void add_warp(CLI::App& app, WarpOptions& options);

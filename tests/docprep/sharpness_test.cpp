@@ -1,0 +1,90 @@
+#include "sharpness.h"
+
+#include <gtest/gtest.h>
+
+#include "failure.h"
+
+using docprep::Image;
+using docprep::Sharpness;
+using docprep::TextComponents;
+using orvex_cv_991::Rect;
+
+namespace {
+
+constexpr int kExtent = 400;
+constexpr int kLetter = 30;
+
+/// Where the letters stand.
+TextComponents letters() {
+    TextComponents text;
+    text.text_height = kLetter;
+    for (int y = 40; y < 350; y += 60)
+        for (int x = 40; x < 350; x += 60) text.kept.push_back(Rect(x, y, kLetter, kLetter));
+    return text;
+}
+
+/// Black rings on white at each letter, their edges spread over `blur` pixels to each side.
+Image page(int blur) {
+    Image gray;
+    gray.mat_create(kExtent, kExtent, 1, 0);
+    const auto dark = [](int row, int col) {
+        const int x = (col + 20) % 60 - 15;
+        const int y = (row + 20) % 60 - 15;
+        const bool on_letter = x >= 0 && y >= 0 && x < kLetter && y < kLetter;
+        return on_letter && (x < 8 || y < 8 || x >= kLetter - 8 || y >= kLetter - 8);
+    };
+    for (int row = 0; row < kExtent; ++row)
+        for (int col = 0; col < kExtent; ++col) {
+            int sum = 0;
+            for (int dy = -blur; dy <= blur; ++dy)
+                for (int dx = -blur; dx <= blur; ++dx) sum += dark(row + dy, col + dx) ? 0 : 240;
+            gray.data[row * kExtent + col] =
+                static_cast<unsigned char>(sum / ((2 * blur + 1) * (2 * blur + 1)));
+        }
+    return gray;
+}
+
+}  // namespace
+
+TEST(sharpness, letters_with_hard_edges_are_sharp_and_smeared_ones_blurred) {
+    const Sharpness sharp = docprep::measure_sharpness(page(0), letters());
+    const Sharpness blurred = docprep::measure_sharpness(page(8), letters());
+    EXPECT_GT(sharp.value, blurred.value);
+    EXPECT_EQ("sharp", docprep::verdict(sharp));
+    EXPECT_EQ("blurred", docprep::verdict(blurred));
+}
+
+TEST(sharpness, a_page_without_text_has_none) {
+    const Sharpness none = docprep::measure_sharpness(page(0), TextComponents());
+    EXPECT_EQ(0, none.value);
+    EXPECT_EQ("no text", docprep::verdict(none));
+}
+
+TEST(sharpness, strokes_too_narrow_to_measure_are_left_out) {
+    TextComponents text;
+    text.kept.push_back(Rect(100, 10, 1, 300));
+    EXPECT_EQ("no text", docprep::verdict(docprep::measure_sharpness(page(0), text)));
+}
+
+TEST(sharpness, components_at_the_border_are_measured_as_far_as_they_reach) {
+    TextComponents text;
+    text.kept.push_back(Rect(0, 0, 60, 60));
+    text.kept.push_back(Rect(kExtent - 60, kExtent - 60, 60, 60));
+    EXPECT_EQ("sharp", docprep::verdict(docprep::measure_sharpness(page(0), text)));
+}
+
+TEST(sharpness, the_limit_itself_is_sharp) {
+    EXPECT_EQ("sharp", docprep::verdict({docprep::kSharp, true}));
+    EXPECT_EQ("blurred", docprep::verdict({docprep::kSharp - 1, true}));
+}
+
+TEST(sharpness, what_is_below_the_wanted_one_is_refused_with_both_numbers) {
+    EXPECT_NO_THROW(docprep::require_sharpness("a.jpg", {80.5f, true}, 80.5f));
+    try {
+        docprep::require_sharpness("a.jpg", {80.5f, true}, 100);
+        FAIL() << "80.5 is below 100";
+    } catch (const docprep::Failure& failure) {
+        EXPECT_EQ("a.jpg", failure.file());
+        EXPECT_STREQ("is blurred: sharpness 80.5 is below 100", failure.what());
+    }
+}

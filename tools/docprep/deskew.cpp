@@ -1,0 +1,49 @@
+#include "deskew.h"
+
+#include <cmath>
+
+#include "cv_imgproc.h"
+
+namespace docprep {
+
+using orvex_cv_991::CImgproc;
+using orvex_cv_991::INTERP_LINEAR;
+using orvex_cv_991::Size;
+
+namespace {
+
+Image warped(const Image& photo, const Deskew& deskew, Image* inside) {
+    Image page;
+    CImgproc::warpAffine(photo, page, as_mat(deskew.matrix), Size(deskew.cols, deskew.rows), INTERP_LINEAR,
+                         inside);
+    return page;
+}
+
+}  // namespace
+
+Deskew plan_deskew(const Image& photo, double skew) {
+    Deskew level;
+    level.cols = photo.cols;
+    level.rows = photo.rows;
+    if (std::fabs(skew) < kLeastSkew) return level;
+    Deskew turned;
+    turned.degrees = skew;
+    turned.matrix = turn_about_centre(static_cast<float>(skew), 1, photo);
+    const WideExtents extents = mapped_extents(turned.matrix, photo);
+    if (extents.cols * extents.rows > static_cast<double>(kMostPixels)) return level;
+    turned.cols = static_cast<int>(extents.cols);
+    turned.rows = static_cast<int>(extents.rows);
+    centre_in(turned.matrix, photo, turned.cols, turned.rows);
+    return turned;
+}
+
+Image deskewed(const Image& photo, const Deskew& deskew) {
+    return warped(photo, deskew, nullptr);
+}
+
+Image deskewed(const Image& photo, const Deskew& deskew, Image& inside) {
+    inside.mat_create(deskew.rows, deskew.cols, 1, 0);
+    return warped(photo, deskew, &inside);
+}
+
+}  // namespace docprep

@@ -1,0 +1,33 @@
+// The rows of text on a page.
+#ifndef DOCPREP_TEXT_ROWS_H
+#define DOCPREP_TEXT_ROWS_H
+
+#include <vector>
+
+#include "photo_place.h"
+#include "text_components.h"
+
+namespace docprep {
+
+using Points = orvex_991::vector<orvex_cv_991::Point>;
+
+/// A row of text. All but `on_photo` is in pixels of the page.
+struct TextRow {
+    Rects components;                    ///< from left to right
+    orvex_cv_991::Rect rect;             ///< the upright rectangle round them
+    Points hull;                         ///< corners of the convex hull of their corner pixels
+    orvex_cv_991::RotatedRect min_area;  ///< round the hull; without corners where that has no area
+    PhotoPlace on_photo;                 ///< `rect` on the photograph
+};
+
+using TextRows = std::vector<TextRow>;
+
+/// The smallest upright rectangle round all of them; empty for none.
+orvex_cv_991::Rect bounding_rect(const Rects& rects);
+
+/// Groups components into rows from top to bottom. Prints as the library does.
+TextRows find_rows(const Rects& components, const WayBack& way_back);
+
+}  // namespace docprep
+
+#endif  // DOCPREP_TEXT_ROWS_H
