@@ -699,8 +699,8 @@ void CImgproc::divideComponentsToRows(vector<Rect> rects, vector<vector<Rect>>& 
     row_groups.clear();
     try {
         const Bands bands = find_bands(rects);
-        row_groups.reserve(bands.count);
-        row_groups.size = bands.count;
+        vector<vector<Rect>> groups(bands.count);
+        row_groups.swap(groups);
         const auto stray = std::find(bands.of.begin(), bands.of.end(), -1);
         if (stray != bands.of.end()) {
             // Those before it are in their bands by then, not yet sorted.
@@ -751,7 +751,7 @@ RotatedRect CImgproc::minAreaRect(const U8& mat) {
     require_pixels(mat);
     vector<Point> hull;
     convexHull(outline_points(mat, fastest_isa()), hull);
-    const RotatedRect rect = minAreaRect(hull);
+    RotatedRect rect = minAreaRect(hull);
     ORVEX_REPORT_TIME(clock, "min area done (%fms)\n");
     return rect;
 }
@@ -977,8 +977,8 @@ void CImgproc::redColorDetect(const U8& src, U8& dst, bool relaxed) {
     vector<vector<Point>> pixels;
     connectdComponent(closed, rects, &pixels);
 
-    std::vector<int> counts;
-    for (int k = 0; k < pixels.size; ++k) counts.push_back(pixels[k].size);
+    std::vector<int> counts(static_cast<size_t>(pixels.size()));
+    for (size_t k = 0; k < counts.size(); ++k) counts[k] = pixels.data[k].size;
     const SealSelection seals = select_seals(rects, counts, Size(small.cols, small.rows), relaxed);
     if (seals.candidates.empty()) {
         ORVEX_ERROR_PREFIX();

@@ -3,6 +3,7 @@
 #ifndef ORVEX_991_CV_NUMERIC_H
 #define ORVEX_991_CV_NUMERIC_H
 
+#include <cmath>
 #include <cstdint>
 #include <limits>
 
@@ -26,7 +27,7 @@ int saturate_to_int(Float value) {
     constexpr Float kAboveAll = static_cast<Float>(2147483648.0);  // 2^31, exact in both precisions
     if (value >= kAboveAll) return std::numeric_limits<int>::max();
     if (value > -kAboveAll) return static_cast<int>(value);
-    return value != value ? 0 : std::numeric_limits<int>::min();
+    return std::isnan(value) ? 0 : std::numeric_limits<int>::min();
 }
 
 /// The floor, with the same answers out of range.

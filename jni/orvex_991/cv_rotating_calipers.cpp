@@ -63,6 +63,7 @@ struct Calipers {
 
 }  // namespace
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): callers rely on the signature
 orvex_991::vector<Point32f> RotatingCalipers::getMinimumBoundingRectangle(orvex_991::vector<Point> points) {
     std::vector<Point> hull(points.data, points.data + points.size());
     if (!is_hull(hull)) hull = exact_convex_hull(points);

@@ -44,9 +44,9 @@ ORVEX_INLINE void transpose_words(U8 v[4]) {
     const U32 a = (U32)v[0], b = (U32)v[1], c = (U32)v[2], d = (U32)v[3];
 #if ORVEX_VEC == 32
 #define ORVEX_WORDS(x, y, i, j) \
-    __builtin_shufflevector(x, y, i, i + 8, j, j + 8, i + 4, i + 12, j + 4, j + 12)
+    __builtin_shufflevector(x, y, (i), (i) + 8, (j), (j) + 8, (i) + 4, (i) + 12, (j) + 4, (j) + 12)
 #else
-#define ORVEX_WORDS(x, y, i, j) __builtin_shufflevector(x, y, i, i + 4, j, j + 4)
+#define ORVEX_WORDS(x, y, i, j) __builtin_shufflevector(x, y, (i), (i) + 4, (j), (j) + 4)
 #endif
     const U32 ac_low = ORVEX_WORDS(a, c, 0, 1), ac_high = ORVEX_WORDS(a, c, 2, 3);
     const U32 bd_low = ORVEX_WORDS(b, d, 0, 1), bd_high = ORVEX_WORDS(b, d, 2, 3);
