@@ -102,7 +102,7 @@ TEST(binarise, surroundings_are_odd_grow_with_the_page_and_hold_a_small_letter) 
         gray.mat_create(rows, cols, 1, 200);
         return docprep::measure_for(BinariseMethod::kAdaptive, gray).block;
     };
-    EXPECT_EQ(15, block_of(5, 7));
+    EXPECT_EQ(31, block_of(5, 7));
     EXPECT_EQ(81, block_of(1200, 1600));
     EXPECT_EQ(81, block_of(1600, 1215));
 }

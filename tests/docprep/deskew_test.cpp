@@ -52,6 +52,9 @@ TEST(deskew, no_corner_is_lost_and_what_lies_beyond_repeats_the_edge) {
     EXPECT_NEAR(59 * 89, static_cast<double>(shown), 40);
     EXPECT_EQ(n, shown + std::count(inside.data, inside.data + n, 0));
     EXPECT_EQ(0, inside.data[0]);
+
+    const Image on_white = docprep::deskewed_on_white(photo, deskew);
+    for (ptrdiff_t i = 0; i < n; ++i) ASSERT_EQ(inside.data[i] == 1 ? 77 : 255, on_white.data[i]);
 }
 
 TEST(deskew, a_strip_whose_page_would_be_too_large_stays) {

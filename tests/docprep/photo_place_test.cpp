@@ -51,7 +51,8 @@ TEST(photo_place, a_mark_is_mapped_back_to_where_it_was) {
                 Image turned;
                 CImgproc::rot90ClockWise(photo_with_mark(mark), turned, quarter_turns);
                 const Deskew deskew = docprep::plan_deskew(turned, skew);
-                const Point on_page = brightest(docprep::deskewed(turned, deskew));
+                Image inside;
+                const Point on_page = brightest(docprep::deskewed(turned, deskew, inside));
                 const WayBack way_back(deskew, Size(turned.cols, turned.rows), quarter_turns);
                 const PhotoPlace place = way_back.of(Rect(on_page.x, on_page.y, 1, 1));
                 for (const Point& corner : place.corners) {

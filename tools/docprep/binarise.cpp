@@ -13,7 +13,7 @@ namespace {
 // Chosen by the character error rates of tools/ocr_check, which are alike for 10 to 20 blocks and 0.5 to 0.7
 // deviations, and rise beyond.
 constexpr int kBlocksAcrossPage = 15;
-constexpr int kLeastBlock = 15;
+constexpr int kLeastBlock = 31;
 constexpr double kContrastInDeviations = 0.6;
 // A camera's noise on blank paper stays below this many levels.
 constexpr double kLeastContrast = 10;

@@ -1,6 +1,7 @@
 #include "deskew.h"
 
 #include <cmath>
+#include <cstring>
 
 #include "cv_imgproc.h"
 
@@ -9,17 +10,6 @@ namespace docprep {
 using orvex_cv_991::CImgproc;
 using orvex_cv_991::INTERP_LINEAR;
 using orvex_cv_991::Size;
-
-namespace {
-
-Image warped(const Image& photo, const Deskew& deskew, Image* inside) {
-    Image page;
-    CImgproc::warpAffine(photo, page, as_mat(deskew.matrix), Size(deskew.cols, deskew.rows), INTERP_LINEAR,
-                         inside);
-    return page;
-}
-
-}  // namespace
 
 Deskew plan_deskew(const Image& photo, double skew) {
     Deskew level;
@@ -37,13 +27,22 @@ Deskew plan_deskew(const Image& photo, double skew) {
     return turned;
 }
 
-Image deskewed(const Image& photo, const Deskew& deskew) {
-    return warped(photo, deskew, nullptr);
-}
-
 Image deskewed(const Image& photo, const Deskew& deskew, Image& inside) {
     inside.mat_create(deskew.rows, deskew.cols, 1, 0);
-    return warped(photo, deskew, &inside);
+    Image page;
+    CImgproc::warpAffine(photo, page, as_mat(deskew.matrix), Size(deskew.cols, deskew.rows), INTERP_LINEAR,
+                         &inside);
+    return page;
+}
+
+Image deskewed_on_white(const Image& photo, const Deskew& deskew) {
+    Image inside;
+    Image page = deskewed(photo, deskew, inside);
+    const ptrdiff_t n = static_cast<ptrdiff_t>(page.rows) * page.cols;
+    for (ptrdiff_t i = 0; i < n; ++i)
+        if (inside.data[i] == 0)
+            std::memset(page.data + i * page.channels, 255, static_cast<size_t>(page.channels));
+    return page;
 }
 
 }  // namespace docprep

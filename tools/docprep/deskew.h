@@ -22,10 +22,11 @@ struct Deskew {
 Deskew plan_deskew(const Image& photo, double skew);
 
 /// A photograph as a level page; what lies beyond it repeats its edge. Prints as the library does.
-Image deskewed(const Image& photo, const Deskew& deskew);
-
-/// The same, and where the page shows the photograph: there `inside` is 1, else 0. It gets the page's shape.
+/// @param[out] inside  of the page's size: 1 where it shows the photograph, else 0
 Image deskewed(const Image& photo, const Deskew& deskew, Image& inside);
+
+/// The same, but white beyond the photograph.
+Image deskewed_on_white(const Image& photo, const Deskew& deskew);
 
 }  // namespace docprep
 

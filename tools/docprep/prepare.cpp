@@ -85,7 +85,7 @@ class Run {
             steps_.run("deskew", [&] { page = level_page(gray, *report_.binarisation, deskew); });
             if (with_components) {
                 print = print_on(page);
-                steps_.run("deskew", [&] { level_photo = deskewed(photo, deskew); });
+                steps_.run("deskew", [&] { level_photo = deskewed_on_white(photo, deskew); });
             }
         }
         if (with_components) {
