@@ -607,7 +607,8 @@ TEST(command, help_and_version_succeed) {
     const Outcome help = docprep_with({"--help"});
     EXPECT_EQ(0, help.exit_code);
     EXPECT_EQ("", help.err);
-    for (const char* option : {"--output", "--nv21", "--stages", "--verbose", "--version"})
+    for (const char* option : {"--output", "--nv21", "--stages", "--turn", "--min-sharpness", "--binarize",
+                               "--no-deskew", "--verbose", "--version"})
         EXPECT_NE(std::string::npos, help.out.find(option)) << help.out;
     const Outcome version = docprep_with({"--version"});
     EXPECT_EQ(0, version.exit_code);
