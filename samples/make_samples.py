@@ -65,7 +65,7 @@ SIGN_OFF_BASELINE = 888
 
 PRINT_INK = (30, 30, 36)
 PAPER = (247, 244, 236)
-DESK = (104, 72, 47)
+DESK = (74, 80, 90)              # not a reddish wood, which a search for red seals could not tell from ink
 
 SEAL_CENTRE = (1206, 910)       # on the sheet: lower right, beside the sign-off and below the body
 SEAL_RADIUS = 84
@@ -166,12 +166,12 @@ def draw_seal(rng):
     c = side / 2
     ink = Image.new("L", (side, side), 0)
     pen = ImageDraw.Draw(ink)
-    for radius, width in ((1.0, 0.05), (0.60, 0.022)):
+    for radius, width in ((1.0, 0.09), (0.58, 0.05)):
         pen.ellipse([c - r * radius, c - r * radius, c + r * radius, c + r * radius],
                     outline=255, width=round(r * width))
     points = []
     for k in range(10):                                 # a five-pointed star
-        reach = r * (0.40 if k % 2 == 0 else 0.158)
+        reach = r * (0.46 if k % 2 == 0 else 0.18)
         points.append((c + reach * math.sin(k * math.pi / 5), c - reach * math.cos(k * math.pi / 5)))
     pen.polygon(points, fill=255)
     font = load_font(SEAL_FONT, round(r * 0.20))
@@ -214,7 +214,7 @@ def draw_page(rng):
 
 
 def draw_desk(rng):
-    """Returns the bare desk, at drawing size: brown boards with their grain running across."""
+    """Returns the bare desk, at drawing size: boards stained slate blue, their grain running across."""
     size = w, h = PHOTO_SIZE[0] * SCALE, PHOTO_SIZE[1] * SCALE
     grain = np.zeros((h, w), np.float32)
     for cell, weight in (((2600, 5), 16), ((1800, 14), 22), ((3000, 70), 26), ((90, 3), 9)):
