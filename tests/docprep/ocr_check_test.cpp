@@ -64,3 +64,12 @@ TEST(ocr_check, photographs_without_text_beside_them_are_one_line) {
     EXPECT_EQ(1, outcome.exit_code);
     EXPECT_EQ("ocr_check: none of the photographs has its text beside it (photo.gt.txt)\n", outcome.err);
 }
+
+TEST(ocr_check, a_program_that_cannot_be_run_is_one_line) {
+    const TemporaryFolder folder;
+    const std::string photo = write_page(folder, "squares.jpg");
+    folder.write("squares.gt.txt", "ab cd");
+    const Outcome outcome = ocr_check({"--tesseract", write_recogniser(folder), folder.path("no"), photo});
+    EXPECT_EQ(1, outcome.exit_code);
+    EXPECT_EQ("ocr_check: " + folder.path("no") + ": No such file or directory\n", outcome.err);
+}

@@ -11,7 +11,8 @@ namespace docprep {
 
 using Points = orvex_991::vector<orvex_cv_991::Point>;
 
-/// A row of text. All but `on_photo` is in pixels of the page.
+/// A row of text. All but `on_photo` is in pixels of the page. The hull of a row of more than some 32,000
+/// pixels is wrong, see CImgproc::convexHull.
 struct TextRow {
     Rects components;                    ///< from left to right
     orvex_cv_991::Rect rect;             ///< the upright rectangle round them
