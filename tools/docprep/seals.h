@@ -20,7 +20,8 @@ struct Seals {
 };
 
 /// Searches a photo (1 or 3 channels). No seal is a result, not an error, also of a gray picture, which has
-/// no red, and of one that is too narrow for the detector. Prints as the library does.
+/// no red, of one that is too narrow for the detector, and of one where it marks shades that are only redder
+/// than the rest. Prints as the library does.
 /// @param[out] mask  of the photo's size, 255 on a seal; undefined when there is none
 /// @throws CException when the search fails in any other way; std::bad_alloc
 Seals find_seals(const Image& photo, Image& mask);
