@@ -26,8 +26,10 @@ static void unpack_bits(const uint64_t* words, uint8_t* bytes, int cols, uint8_t
     const U8 flip = U8{} + invert;
     for (; col + 64 <= cols; col += 64) {
         const uint64_t word = words[col / 64];
+        ORVEX_UNROLL
         for (int part = 0; part < 64; part += kBytes) {
             U64 copies;
+            ORVEX_UNROLL
             for (int lane = 0; lane < kBytes / 8; ++lane)
                 copies[lane] = (word >> (part + 8 * lane) & 255) * 0x0101010101010101u;
             store(bytes + col + part, (U8)((U8)(copies & bit) != 0) ^ flip);

@@ -29,12 +29,15 @@ static void reverse_pixels(const uint8_t* pixels, uint8_t* out, int channels, pt
 #ifdef ORVEX_VEC
 // 16 rows of 16 bytes in every half of a vector: columns become rows.
 ORVEX_INLINE void transpose_bytes(U8 v[16]) {
+    ORVEX_UNROLL
     for (int step = 0; step < 4; ++step) {
         U8 w[16];
+        ORVEX_UNROLL
         for (int k = 0; k < 8; ++k) {
             w[2 * k] = ORVEX_INTERLEAVE_LOW(v[k], v[k + 8]);
             w[2 * k + 1] = ORVEX_INTERLEAVE_HIGH(v[k], v[k + 8]);
         }
+        ORVEX_UNROLL
         for (int k = 0; k < 16; ++k) v[k] = w[k];
     }
 }
@@ -73,9 +76,11 @@ static void turn_pixels(const uint8_t* src, int rows, int cols, int channels, bo
         for (int j = 0; j < tiled_out_cols; j += kBytes) {
             for (int col = 0; col < tiled_cols; col += 16) {
                 U8 v[16];
+                ORVEX_UNROLL
                 for (int k = 0; k < 16; ++k)
                     v[k] = load_halves(first + (j + k) * to_right + col, 16 * to_right);
                 transpose_bytes(v);
+                ORVEX_UNROLL
                 for (int k = 0; k < 16; ++k)
                     store(out + (leftward ? cols - 1 - col - k : col + k) * out_stride + j, v[k]);
             }
@@ -98,11 +103,13 @@ static void turn_pixels(const uint8_t* src, int rows, int cols, int channels, bo
         for (int j = 0; j < tiled_out_cols; j += kTile) {
             for (int col = 0; col < tiled_cols; col += 4) {
                 U8 v[4];
+                ORVEX_UNROLL
                 for (int k = 0; k < 4; ++k) {
                     const uint8_t* const from = first + (j + k) * to_right + (ptrdiff_t)col * channels;
                     v[k] = pick(load_halves(from, 4 * to_right), spread);
                 }
                 transpose_words(v);
+                ORVEX_UNROLL
                 for (int k = 0; k < 4; ++k) {
                     const int i = leftward ? cols - 1 - col - k : col + k;
                     store_halves(out + i * out_stride + (ptrdiff_t)j * channels, 4 * channels,

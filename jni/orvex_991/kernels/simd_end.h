@@ -1,5 +1,6 @@
 // Takes back the macros of simd.h, so that it can be included for another instruction set.
 #undef ORVEX_INLINE
+#undef ORVEX_UNROLL
 #undef ORVEX_INTERLEAVE_LOW
 #undef ORVEX_INTERLEAVE_HIGH
 #undef ORVEX_INTERLEAVE16_LOW
