@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <random>
 
 #include "photo.h"
@@ -50,6 +51,10 @@ U8 text_of(int rows, int cols) {
 }
 
 }  // namespace
+
+bool parse_size(const std::string& text, int& cols, int& rows) {
+    return std::sscanf(text.c_str(), "%dx%d", &cols, &rows) == 2 && cols >= 64 && rows >= 64;
+}
 
 Inputs make_inputs(int rows, int cols, const std::string& photo_file) {
     Inputs in;

@@ -24,6 +24,9 @@ struct Inputs {
     std::vector<unsigned char> nv21;
 };
 
+/// Reads WxH. False unless both are 64 or more.
+bool parse_size(const std::string& text, int& cols, int& rows);
+
 /// @param photo_file JPEG or PNG, scaled to the size
 Inputs make_inputs(int rows, int cols, const std::string& photo_file);
 

@@ -37,7 +37,7 @@ int main(int argc, char** argv) {
     const std::regex wanted(filter);
     for (const std::string& size : sizes) {
         int cols = 0, rows = 0;
-        if (std::sscanf(size.c_str(), "%dx%d", &cols, &rows) != 2 || cols < 64 || rows < 64) {
+        if (!bench::parse_size(size, cols, rows)) {
             std::fprintf(stderr, "orvex_bench: %s is not WxH of 64 pixels or more\n", size.c_str());
             return 64;
         }

@@ -72,7 +72,7 @@ int main(int argc, char** argv) {
     app.add_option("--photo", photo, "JPEG or PNG to work on");
     CLI11_PARSE(app, argc, argv);
     int cols = 0, rows = 0;
-    if (std::sscanf(size.c_str(), "%dx%d", &cols, &rows) != 2 || cols < 64 || rows < 64) {
+    if (!bench::parse_size(size, cols, rows)) {
         std::fprintf(stderr, "orvex_memory: %s is not WxH of 64 pixels or more\n", size.c_str());
         return 64;
     }

@@ -5,6 +5,8 @@
 #include <functional>
 #include <string>
 
+#include "util_exception.h"
+
 namespace testing_support {
 
 /// What `run` wrote to standard output (file descriptor 1), passing on whatever it throws.
@@ -23,6 +25,20 @@ class Capture {
 };
 
 std::string printed_by(const std::function<void()>& run);
+
+/// The code that `run` throws, 0 when it throws nothing; what it prints is dropped.
+template <class Run>
+int code_of(Run run) {
+    int code = 0;
+    printed_by([&] {
+        try {
+            run();
+        } catch (const orvex_991::CException& e) {
+            code = e.code;
+        }
+    });
+    return code;
+}
 
 /// The text with '#' for line numbers and for the milliseconds of timing lines, and with source paths cut
 /// down to the part from "jni/" on.

@@ -22,20 +22,6 @@ using orvex_991::String;
 using orvex_991::vector;
 using namespace orvex_cv_991;
 
-// The code that `run` throws, 0 when it throws nothing; what it prints is dropped.
-template <class Run>
-int code_of(Run run) {
-    int code = 0;
-    printed_by([&] {
-        try {
-            run();
-        } catch (const CException& e) {
-            code = e.code;
-        }
-    });
-    return code;
-}
-
 // ---- Mat ----
 
 TEST(Mat, default_constructed_is_all_zero) {

@@ -26,19 +26,6 @@ U8 warped(const U8& src, const Mat<float>& matrix, const Size& size, U8* mask = 
     return dst;
 }
 
-template <class Run>
-int code_of(Run run) {
-    int code = 0;
-    printed_by([&] {
-        try {
-            run();
-        } catch (const CException& e) {
-            code = e.code;
-        }
-    });
-    return code;
-}
-
 TEST(RotationMatrix, of_angle_0_is_exactly_the_identity) {
     const Mat<float> m = CImgproc::getRotationMatrix2D(Point32f(10, 20), 0, 1);
     const float identity[] = {1, 0, 0, 0, 1, 0};
