@@ -12,14 +12,14 @@ static void look_up_bytes(const uint8_t* bytes, const uint8_t* table, uint8_t* o
         U8 chosen[16];
         ORVEX_UNROLL
         for (int k = 0; k < 16; ++k) chosen[k] = pick(part[k], low);
-        const U8 twice = v + v, four_times = twice + twice;
-        const U8 bits[4] = {four_times + four_times, four_times, twice, v};  // bit 4, 5, 6, 7 on top
+        const U8 bit7 = v, bit6 = v + v, bit5 = bit6 + bit6, bit4 = bit5 + bit5;  // each on top of its byte
         ORVEX_UNROLL
-        for (int step = 0; step < 4; ++step) {
-            ORVEX_UNROLL
-            for (int k = 0; k < 8 >> step; ++k)
-                chosen[k] = (I8)bits[step] < 0 ? chosen[2 * k + 1] : chosen[2 * k];
-        }
+        for (int k = 0; k < 8; ++k) chosen[k] = (I8)bit4 < 0 ? chosen[2 * k + 1] : chosen[2 * k];
+        ORVEX_UNROLL
+        for (int k = 0; k < 4; ++k) chosen[k] = (I8)bit5 < 0 ? chosen[2 * k + 1] : chosen[2 * k];
+        ORVEX_UNROLL
+        for (int k = 0; k < 2; ++k) chosen[k] = (I8)bit6 < 0 ? chosen[2 * k + 1] : chosen[2 * k];
+        chosen[0] = (I8)bit7 < 0 ? chosen[1] : chosen[0];
         store(out + i, chosen[0]);
     }
 #endif
