@@ -1,6 +1,6 @@
 #include "cv_geometry.h"
 
-#include "cv_numeric.h"
+#include "base/numeric.h"
 
 namespace orvex_cv_991 {
 

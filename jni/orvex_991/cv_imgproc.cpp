@@ -1,4 +1,4 @@
-#include "fp_strict.h"
+#include "base/fp_strict.h"
 //
 #include "cv_imgproc.h"
 
@@ -10,24 +10,24 @@
 #include <utility>
 #include <vector>
 
-#include "adaptive_threshold.h"
-#include "affine_warp.h"
-#include "bit_morphology.h"
-#include "component_order.h"
-#include "convex_hull.h"
-#include "cv_block.h"
-#include "cv_kernels.h"
-#include "cv_numeric.h"
-#include "equalization.h"
-#include "gray_morphology.h"
-#include "labelling.h"
-#include "mask_profile.h"
-#include "otsu.h"
-#include "quarter_turn.h"
-#include "saliency.h"
-#include "seal_rules.h"
-#include "sharpness.h"
-#include "text_rows.h"
+#include "algorithms/adaptive_threshold.h"
+#include "algorithms/affine_warp.h"
+#include "algorithms/bit_morphology.h"
+#include "algorithms/component_order.h"
+#include "algorithms/convex_hull.h"
+#include "base/block.h"
+#include "kernels/kernels.h"
+#include "base/numeric.h"
+#include "algorithms/equalization.h"
+#include "algorithms/gray_morphology.h"
+#include "algorithms/labelling.h"
+#include "algorithms/mask_profile.h"
+#include "algorithms/otsu.h"
+#include "algorithms/quarter_turn.h"
+#include "algorithms/saliency.h"
+#include "algorithms/seal_rules.h"
+#include "algorithms/sharpness.h"
+#include "algorithms/text_rows.h"
 #include "util_diag.h"
 
 namespace orvex_cv_991 {

@@ -7,8 +7,8 @@
 #include <new>
 #include <utility>
 
-#include "cv_block.h"
-#include "cv_numeric.h"
+#include "base/block.h"
+#include "base/numeric.h"
 #include "util_exception.h"
 
 namespace orvex_cv_991 {

@@ -1,4 +1,4 @@
-#include "fp_strict.h"
+#include "base/fp_strict.h"
 //
 #include "util_math.h"
 

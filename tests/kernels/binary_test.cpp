@@ -52,6 +52,30 @@ TEST(Kernels, or_words) {
     });
 }
 
+TEST(Kernels, find_runs) {
+    Random random(70);
+    for (const int percent : {3, 50, 97, 0, 100}) {
+        for_every_case([&](Isa isa, size_t n, size_t offset) {
+            Input<uint64_t> words(random, (n + 63) / 64, offset, Values::kLowest);
+            std::vector<int32_t> expected;
+            for (size_t i = 0; i < n; ++i) {
+                if (!random.chance(percent)) continue;
+                words[i / 64] |= uint64_t{1} << (i % 64);
+                if (expected.empty() || expected.back() != static_cast<int32_t>(i)) {
+                    expected.push_back(static_cast<int32_t>(i));
+                    expected.push_back(static_cast<int32_t>(i));
+                }
+                ++expected.back();
+            }
+            Output<int32_t> bounds(random, n + 1, offset);
+            const int count = kernels::find_runs(isa, words.data(), static_cast<int>(n), bounds.data());
+            ASSERT_EQ(static_cast<size_t>(count), expected.size());
+            for (size_t k = 0; k < expected.size(); ++k) ASSERT_EQ(bounds[k], expected[k]) << "bound " << k;
+            ASSERT_TRUE(bounds.guards_hold());
+        });
+    }
+}
+
 TEST(Kernels, look_up_bytes) {
     Random random(69);
     for_every_case([&](Isa isa, size_t n, size_t offset) {

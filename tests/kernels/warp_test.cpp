@@ -12,8 +12,8 @@ namespace kernels = orvex_cv_991::kernels;
 using orvex_cv_991::Isa;
 
 // One coordinate as a function of the output column, every step rounded to single precision.
-struct Coordinate {
-    float row_share, step, offset;
+struct Coordinate : orvex_cv_991::CoordinateLine {
+    Coordinate(float row_share_, float step_, float offset_) : CoordinateLine{row_share_, step_, offset_} {}
 
     float at(size_t col) const {
         const float product = step * static_cast<float>(col);
@@ -66,8 +66,7 @@ TEST(Kernels, warp_row) {
                                  y_at = any_coordinate_inside(random, rows, first, n);
                 Output<uint8_t> out(random, n * channels, offset);
                 kernels::warp_row(isa, src.data(), static_cast<ptrdiff_t>(stride), static_cast<int>(channels),
-                                  x_at.row_share, x_at.step, x_at.offset, y_at.row_share, y_at.step,
-                                  y_at.offset, static_cast<int>(first), out.data(), static_cast<int>(n));
+                                  x_at, y_at, static_cast<int>(first), out.data(), static_cast<int>(n));
                 for (size_t k = 0; k < n; ++k) {
                     const float x = x_at.at(first + k), y = y_at.at(first + k);
                     const int wx = weight_q11(x), wy = weight_q11(y);
@@ -108,8 +107,7 @@ TEST(Kernels, copy_row) {
             const Coordinate x_at = any_coordinate(cols), y_at = any_coordinate(rows);
             Output<uint8_t> out(random, n * channels, offset);
             kernels::copy_row(isa, src.data(), static_cast<int>(rows), static_cast<int>(cols),
-                              static_cast<int>(channels), x_at.row_share, x_at.step, x_at.offset,
-                              y_at.row_share, y_at.step, y_at.offset, static_cast<int>(first), out.data(),
+                              static_cast<int>(channels), x_at, y_at, static_cast<int>(first), out.data(),
                               static_cast<int>(n));
             const auto nearest = [](float at, size_t size) {
                 return static_cast<size_t>(std::clamp(std::floor(at), 0.0f, static_cast<float>(size - 1)));
@@ -134,8 +132,7 @@ TEST(Kernels, sample_columns) {
             const Coordinate x_at = any_coordinate_inside(random, cols, first, n);
             Output<int32_t> left(random, n, offset);
             Output<int16_t> weight(random, n, offset);
-            kernels::sample_columns(isa, x_at.row_share, x_at.step, x_at.offset, static_cast<int>(first),
-                                    left.data(), weight.data(), static_cast<int>(n));
+            kernels::sample_columns(isa, x_at, static_cast<int>(first), left.data(), weight.data(), static_cast<int>(n));
             for (size_t k = 0; k < n; ++k) {
                 const float x = x_at.at(first + k);
                 ASSERT_EQ(left[k], static_cast<int>(std::floor(x)));

@@ -1,10 +1,10 @@
 #!/bin/sh
-# Every kernel that is declared is called by the kernel tests. usage: kernels_tested.sh HEADER FOLDER
+# Every kernel of the list is called by the kernel tests. usage: kernels_tested.sh LIST FOLDER
 set -eu
-header=$1
+list=$1
 folder=$2
-names=$(sed -n 's/^[a-z].* \([a-z0-9_]*\)(Isa isa.*/\1/p' "$header")
-[ -n "$names" ] || { echo "no kernels in $header"; exit 1; }
+names=$(sed -n 's/^ORVEX_KERNEL([^,]*, \([a-z0-9_]*\),.*/\1/p' "$list")
+[ -n "$names" ] || { echo "no kernels in $list"; exit 1; }
 failed=0
 for name in $names; do
     grep -qw "kernels::$name" "$folder"/*.cpp || { echo "no test calls $name"; failed=1; }

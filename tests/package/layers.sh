@@ -1,27 +1,47 @@
 #!/bin/sh
-# Includes only point downward: a kernel includes nothing, and nothing below the facade includes it.
+# Includes point downward: the path of a file says its floor, and it includes only its own floor and those below.
 # usage: layers.sh FOLDER
 set -eu
 cd "$1"
+
+# From the ground up. What lies beside the folders is the values (headers) and, on top of all, the operations with the
+# other sources that check and print; each folder is a floor.
+floor_of() {
+    case $1 in
+        base/*) echo 1 ;;
+        kernels/*) echo 2 ;;
+        algorithms/*) echo 3 ;;
+        cv_imgproc.h) echo 4 ;;
+        */*) echo unknown ;;
+        *.h) echo 0 ;;
+        *) echo 4 ;;
+    esac
+}
+
 failed=0
-if grep -n '#include' kernels/*.h | grep -v '^kernels/all\.h:'; then
-    echo "kernels include nothing: all.h lists them and its includer provides the types"
+complain() {
+    echo "$1"
     failed=1
+}
+
+files=$(find . -name '*.h' -o -name '*.cpp' | sed 's,^\./,,' | sort)
+for file in $files; do
+    own=$(floor_of "$file")
+    [ "$own" != unknown ] || complain "$file: a folder that is no floor"
+    for included in $(sed -n 's/^ *# *include *"\([^"]*\)".*/\1/p' "$file"); do
+        # By its path from here, so that no generic name needs to be on an include path.
+        [ -f "$included" ] || { complain "$file: \"$included\" is no path from the library's folder"; continue; }
+        [ "$(floor_of "$included")" -le "$own" ] || complain "$file: includes $included, a floor above"
+    done
+done
+# Loops are compiled once for each instruction set, in a namespace of its own, where no header may open.
+if grep -n '# *include' kernels/*.h | grep -v -e '^kernels/kernels\.h:' -e '^kernels/loops\.h:'; then
+    complain "loops include nothing: loops.h lists them, and kernels.cpp provides the types"
 fi
-if grep -ln '"cv_imgproc.h"' ./*.h ./*.cpp | grep -v '^./cv_imgproc\.'; then
-    echo "only cv_imgproc.cpp includes the facade"
-    failed=1
+if grep -nE 'printf|puts\(|ORVEX_CHECK|Clock' base/* kernels/* algorithms/*; then
+    complain "what is printed, checked and timed stands beside the folders"
 fi
-if grep -n '#include "kernels/' ./*.h ./*.cpp | grep -v '^./cv_kernels.cpp:'; then
-    echo "only cv_kernels.cpp includes kernels"
-    failed=1
-fi
-if grep -nE '#include "(cv_|[a-z_]*(order|labelling|otsu|rows|warp|morphology|rules|saliency)\.)' util_*.h util_*.cpp; then
-    echo "utilities stand below the images"
-    failed=1
-fi
-if grep -nE 'printf|puts\(|CException|Clock' kernels/*.h cv_kernels.*; then
-    echo "kernels neither report nor throw"
-    failed=1
+if grep -nE 'throw|CException' kernels/*; then
+    complain "kernels do not throw"
 fi
 exit $failed

@@ -9,7 +9,7 @@ folder=$3
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cd "$work"
-"$compiler" -std=c++17 -O2 -Wall -Wextra -Werror -c "$folder"/*.cpp
+"$compiler" -std=c++17 -O2 -Wall -Wextra -Werror -c -I "$folder" "$folder"/*.cpp "$folder"/*/*.cpp
 "$objdump" -d --no-show-raw-insn ./*.o > listing
 grep -qE '[[:space:]]fmul[[:space:]]' listing || { echo "no product in the listing: is it one of aarch64?"; exit 1; }
 if grep -E '[[:space:]](fn?m(add|sub)|fml[as])[[:space:]]' listing; then

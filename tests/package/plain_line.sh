@@ -7,7 +7,7 @@ folder=$2
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cd "$work"
-"$compiler" -std=c++17 -O2 -Wall -Wextra -Werror -c "$folder"/*.cpp
+"$compiler" -std=c++17 -O2 -Wall -Wextra -Werror -c -I "$folder" "$folder"/*.cpp "$folder"/*/*.cpp
 cat > client.cpp <<'CLIENT'
 #include "cv_imgproc.h"
 int main() {

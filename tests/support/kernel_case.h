@@ -8,7 +8,7 @@
 #include <limits>
 #include <vector>
 
-#include "cv_kernels.h"
+#include "kernels/kernels.h"
 #include "images.h"
 
 namespace testing_support {

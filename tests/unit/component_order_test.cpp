@@ -1,4 +1,4 @@
-#include "component_order.h"
+#include "algorithms/component_order.h"
 
 #include <gtest/gtest.h>
 

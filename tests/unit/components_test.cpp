@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "capture.h"
-#include "component_order.h"
+#include "algorithms/component_order.h"
 #include "images.h"
 
 namespace testing_support {

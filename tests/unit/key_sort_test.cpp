@@ -1,4 +1,4 @@
-#include "key_sort.h"
+#include "base/key_sort.h"
 
 #include <gtest/gtest.h>
 

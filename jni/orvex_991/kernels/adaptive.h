@@ -1,52 +1,5 @@
-// Sums over windows, and comparisons with them. A pixel is above its window where it is above mean + offset,
-// in double precision; above becomes 255, others 0, exclusive-ored with `invert` (0 or 255).
-
-// out[i] = a[i] + b[i]
-static void add_words16(const uint16_t* a, const uint16_t* b, uint16_t* out, ptrdiff_t n) {
-    ptrdiff_t i = 0;
-#ifdef ORVEX_VEC
-    for (; i + kBytes / 2 <= n; i += kBytes / 2) store(out + i, (U8)((U16)load(a + i) + (U16)load(b + i)));
-#endif
-    for (; i < n; ++i) out[i] = (uint16_t)(a[i] + b[i]);
-}
-
-static void widen_bytes16(const uint8_t* bytes, uint16_t* out, ptrdiff_t n) {
-    ptrdiff_t i = 0;
-#ifdef ORVEX_VEC
-    for (; i + kBytes <= n; i += kBytes) {
-        const U8 v = load(bytes + i);
-        store_halves((uint8_t*)(out + i), 32, (U8)widen_low(v));
-        store_halves((uint8_t*)(out + i) + 16, 32, (U8)widen_high(v));
-    }
-#endif
-    for (; i < n; ++i) out[i] = bytes[i];
-}
-
-// out[i] = the sum of all rows' elements i, which 16 bits hold.
-static void sum_rows16(const uint16_t* const* rows, int count, uint16_t* out, ptrdiff_t n) {
-    ptrdiff_t i = 0;
-#ifdef ORVEX_VEC
-    for (; i + kBytes / 2 <= n; i += kBytes / 2) {
-        U16 sum = (U16)load(rows[0] + i);
-        for (int k = 1; k < count; ++k) sum += (U16)load(rows[k] + i);
-        store(out + i, (U8)sum);
-    }
-#endif
-    for (; i < n; ++i) {
-        uint16_t sum = 0;
-        for (int k = 0; k < count; ++k) sum = (uint16_t)(sum + rows[k][i]);
-        out[i] = sum;
-    }
-}
-
-// The same in 32 bits.
-static void sum_rows32(const uint16_t* const* rows, int count, uint32_t* out, ptrdiff_t n) {
-    for (ptrdiff_t i = 0; i < n; ++i) {
-        uint32_t sum = 0;
-        for (int k = 0; k < count; ++k) sum += rows[k][i];
-        out[i] = sum;
-    }
-}
+// Comparisons of pixels with sums over their windows. A pixel is above its window where it is above mean +
+// offset, in double precision; above becomes 255, others 0, exclusive-ored with `invert` (0 or 255).
 
 // As defined, one division a pixel, from sums of `counts` pixels.
 static void compare_with_mean(const uint8_t* pixels, const uint32_t* sums, const int32_t* counts,

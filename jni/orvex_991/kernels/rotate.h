@@ -59,71 +59,107 @@ ORVEX_INLINE void transpose_words(U8 v[4]) {
 }
 #endif
 
+// A quarter turn under way: every source column becomes an output row of `rows` pixels.
+typedef struct {
+    const uint8_t* first;  // the row whose pixels come first in the output rows
+    ptrdiff_t to_right;    // bytes from there to the row whose pixels come next
+    int rows, cols, channels;
+    bool leftward;  // whether the last column becomes the first output row
+    uint8_t* out;
+} Turn;
+
+static inline uint8_t* turned_column(Turn turn, int col) {
+    return turn.out + (turn.leftward ? turn.cols - 1 - col : col) * ((ptrdiff_t)turn.rows * turn.channels);
+}
+
+// Columns of the source, and of the output, that tiles have covered.
+typedef struct {
+    int cols, out_cols;
+} Tiled;
+
+#ifdef ORVEX_VEC
+// Single bytes, in tiles of 16 source columns.
+ORVEX_INLINE Tiled turn_byte_tiles(Turn turn) {
+    const Tiled tiled = {turn.cols / 16 * 16, turn.rows / kBytes * kBytes};
+    for (int j = 0; j < tiled.out_cols; j += kBytes) {
+        for (int col = 0; col < tiled.cols; col += 16) {
+            U8 v[16];
+            ORVEX_UNROLL
+            for (int k = 0; k < 16; ++k)
+                v[k] = load_halves(turn.first + (j + k) * turn.to_right + col, 16 * turn.to_right);
+            transpose_bytes(v);
+            ORVEX_UNROLL
+            for (int k = 0; k < 16; ++k) store(turned_column(turn, col + k) + j, v[k]);
+        }
+    }
+    return tiled;
+}
+#endif
+
+#ifdef ORVEX_LOOKUP
+// Pixels of 3 or 4 bytes, in tiles of 4 source columns. 16 bytes are read and written at a time. Of 3-byte
+// pixels 12 of them count: what is read too much lies in the two columns that tiles leave, and what is
+// written too much is overwritten by the next tile or, in the two output columns that tiles leave,
+// afterwards.
+ORVEX_INLINE Tiled turn_pixel_tiles(Turn turn) {
+    const bool three = turn.channels == 3;
+    const U8 spread = three ? ORVEX_REPEAT(0, 1, 2, 0, 3, 4, 5, 0, 6, 7, 8, 0, 9, 10, 11, 0)
+                            : ORVEX_REPEAT(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15);
+    const U8 squeeze = three ? ORVEX_REPEAT(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, 0, 0, 0, 0) : spread;
+    const int margin = three ? 2 : 0;
+    enum { kTile = kBytes / 4 };
+    const Tiled tiled = {turn.cols < margin ? 0 : (turn.cols - margin) / 4 * 4,
+                         turn.rows < margin ? 0 : (turn.rows - margin) / kTile * kTile};
+    for (int j = 0; j < tiled.out_cols; j += kTile) {
+        for (int col = 0; col < tiled.cols; col += 4) {
+            U8 v[4];
+            ORVEX_UNROLL
+            for (int k = 0; k < 4; ++k) {
+                const uint8_t* const from =
+                    turn.first + (j + k) * turn.to_right + (ptrdiff_t)col * turn.channels;
+                v[k] = pick(load_halves(from, 4 * turn.to_right), spread);
+            }
+            transpose_words(v);
+            ORVEX_UNROLL
+            for (int k = 0; k < 4; ++k)
+                store_halves(turned_column(turn, col + k) + (ptrdiff_t)j * turn.channels, 4 * turn.channels,
+                             pick(v[k], squeeze));
+        }
+    }
+    return tiled;
+}
+#endif
+
+// What tiles have left, pixel by pixel.
+static inline void turn_rest(Turn turn, Tiled tiled) {
+    for (int col = 0; col < turn.cols; ++col) {
+        const uint8_t* const column = turn.first + (ptrdiff_t)col * turn.channels;
+        uint8_t* const out_row = turned_column(turn, col);
+        for (int j = col < tiled.cols ? tiled.out_cols : 0; j < turn.rows; ++j)
+            for (int c = 0; c < turn.channels; ++c)
+                out_row[(ptrdiff_t)j * turn.channels + c] = column[j * turn.to_right + c];
+    }
+}
+
 // A quarter turn of a rows x cols image of whole pixels: output (i, j), of cols x rows, is the source pixel
 // whose row is j, counted from below if `upward`, and whose column is i, counted from the right if
 // `leftward`.
 static void turn_pixels(const uint8_t* src, int rows, int cols, int channels, bool upward, bool leftward,
                         uint8_t* out) {
-    const ptrdiff_t out_stride = (ptrdiff_t)rows * channels;
-    const ptrdiff_t to_right = (upward ? -1 : 1) * (ptrdiff_t)cols * channels;
-    const uint8_t* const first = src + (upward ? rows - 1 : 0) * (ptrdiff_t)cols * channels;
-    // Columns of the source and of the output that tiles cover; the rest is left to the plain loop.
-    int tiled_cols = 0, tiled_out_cols = 0;
+    const ptrdiff_t stride = (ptrdiff_t)cols * channels;
+    const Turn turn = {upward ? src + (rows - 1) * stride : src,
+                       upward ? -stride : stride,
+                       rows,
+                       cols,
+                       channels,
+                       leftward,
+                       out};
+    Tiled tiled = {0, 0};
 #ifdef ORVEX_VEC
-    if (channels == 1) {
-        tiled_cols = cols / 16 * 16;
-        tiled_out_cols = rows / kBytes * kBytes;
-        for (int j = 0; j < tiled_out_cols; j += kBytes) {
-            for (int col = 0; col < tiled_cols; col += 16) {
-                U8 v[16];
-                ORVEX_UNROLL
-                for (int k = 0; k < 16; ++k)
-                    v[k] = load_halves(first + (j + k) * to_right + col, 16 * to_right);
-                transpose_bytes(v);
-                ORVEX_UNROLL
-                for (int k = 0; k < 16; ++k)
-                    store(out + (leftward ? cols - 1 - col - k : col + k) * out_stride + j, v[k]);
-            }
-        }
-    }
+    if (channels == 1) tiled = turn_byte_tiles(turn);
 #endif
 #ifdef ORVEX_LOOKUP
-    if (channels == 3 || channels == 4) {
-        // 16 bytes are read and written at a time. Of 3-byte pixels 12 of them count: what is read too much
-        // lies in the two columns that tiles leave, and what is written too much is overwritten by the next
-        // tile or, in the two output columns that tiles leave, by the plain loop.
-        const bool three = channels == 3;
-        const U8 spread = three ? ORVEX_REPEAT(0, 1, 2, 0, 3, 4, 5, 0, 6, 7, 8, 0, 9, 10, 11, 0)
-                                : ORVEX_REPEAT(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15);
-        const U8 squeeze = three ? ORVEX_REPEAT(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, 0, 0, 0, 0) : spread;
-        const int margin = three ? 2 : 0;
-        enum { kTile = kBytes / 4 };
-        tiled_cols = cols < margin ? 0 : (cols - margin) / 4 * 4;
-        tiled_out_cols = rows < margin ? 0 : (rows - margin) / kTile * kTile;
-        for (int j = 0; j < tiled_out_cols; j += kTile) {
-            for (int col = 0; col < tiled_cols; col += 4) {
-                U8 v[4];
-                ORVEX_UNROLL
-                for (int k = 0; k < 4; ++k) {
-                    const uint8_t* const from = first + (j + k) * to_right + (ptrdiff_t)col * channels;
-                    v[k] = pick(load_halves(from, 4 * to_right), spread);
-                }
-                transpose_words(v);
-                ORVEX_UNROLL
-                for (int k = 0; k < 4; ++k) {
-                    const int i = leftward ? cols - 1 - col - k : col + k;
-                    store_halves(out + i * out_stride + (ptrdiff_t)j * channels, 4 * channels,
-                                 pick(v[k], squeeze));
-                }
-            }
-        }
-    }
+    if (channels == 3 || channels == 4) tiled = turn_pixel_tiles(turn);
 #endif
-    for (int col = 0; col < cols; ++col) {
-        const uint8_t* const column = first + (ptrdiff_t)col * channels;
-        uint8_t* const out_row = out + (leftward ? cols - 1 - col : col) * out_stride;
-        for (int j = col < tiled_cols ? tiled_out_cols : 0; j < rows; ++j)
-            for (int c = 0; c < channels; ++c)
-                out_row[(ptrdiff_t)j * channels + c] = column[j * to_right + c];
-    }
+    turn_rest(turn, tiled);
 }

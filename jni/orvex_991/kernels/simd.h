@@ -204,17 +204,11 @@ ORVEX_INLINE void store_halves(uint8_t* to, ptrdiff_t apart, U8 v) {
 // channel c, and 3k + c mod 16 runs through all positions as k does: each channel is three blends and one
 // shuffle.
 #ifdef ORVEX_LOOKUP
-#define ORVEX_EVERY_THIRD(first)                                                                        \
-    ORVEX_REPEAT(                                                                                       \
-        (first) == 0 ? 255 : 0, (first) == 1 ? 255 : 0, (first) == 2 ? 255 : 0, (first) == 0 ? 255 : 0, \
-        (first) == 1 ? 255 : 0, (first) == 2 ? 255 : 0, (first) == 0 ? 255 : 0, (first) == 1 ? 255 : 0, \
-        (first) == 2 ? 255 : 0, (first) == 0 ? 255 : 0, (first) == 1 ? 255 : 0, (first) == 2 ? 255 : 0, \
-        (first) == 0 ? 255 : 0, (first) == 1 ? 255 : 0, (first) == 2 ? 255 : 0, (first) == 0 ? 255 : 0)
-
 ORVEX_INLINE U8 blend3(U8 at0, U8 at1, U8 at2) {
-    const U8 m0 = ORVEX_EVERY_THIRD(0), m1 = ORVEX_EVERY_THIRD(1);
-    const U8 rest = (I8)m1 < 0 ? at1 : at2;
-    return (I8)m0 < 0 ? at0 : rest;
+    const I8 is0 = (I8)ORVEX_REPEAT(255, 0, 0, 255, 0, 0, 255, 0, 0, 255, 0, 0, 255, 0, 0, 255);
+    const I8 is1 = (I8)ORVEX_REPEAT(0, 255, 0, 0, 255, 0, 0, 255, 0, 0, 255, 0, 0, 255, 0, 0);
+    const U8 rest = is1 < 0 ? at1 : at2;
+    return is0 < 0 ? at0 : rest;
 }
 
 ORVEX_INLINE void split3(const uint8_t* from, U8* c0, U8* c1, U8* c2) {

@@ -9,4 +9,3 @@
 #undef ORVEX_PER_HALF
 #undef ORVEX_REPEAT
 #undef ORVEX_TIMES4
-#undef ORVEX_EVERY_THIRD

@@ -1,0 +1,316 @@
+#include "base/fp_strict.h"
+//
+#include "algorithms/affine_warp.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+
+#include "base/numeric.h"
+#include "base/scratch.h"
+
+namespace orvex_cv_991 {
+
+Affine inverse(const Affine& forward) {
+    const float* const m = forward.m;
+    const float determinant = m[0] * m[4] - m[1] * m[3];
+    const double k = determinant != 0.0f ? 1.0 / static_cast<double>(determinant) : 0.0;
+    Affine inverse;
+    float* const a = inverse.m;
+    a[0] = static_cast<float>(static_cast<double>(m[4]) * k);
+    a[1] = static_cast<float>(static_cast<double>(m[1]) * -k);
+    a[3] = static_cast<float>(static_cast<double>(m[3]) * -k);
+    a[4] = static_cast<float>(static_cast<double>(m[0]) * k);
+    a[2] = -(a[0] * m[2]) - a[1] * m[5];
+    a[5] = -(m[2] * a[3]) - a[4] * m[5];
+    return inverse;
+}
+
+namespace {
+
+/// Weight of the neighbour before a coordinate, 0 .. 2048; for not-a-number 0.
+int weight_q11(float coordinate, int floor) {
+    const float fraction = coordinate - static_cast<float>(floor);
+    return saturate_to_int((1.0f - fraction) * static_cast<float>(kOne_q11));
+}
+
+float at(const CoordinateLine& line, int col) {
+    return (line.row_share + line.step * static_cast<float>(col)) + line.offset;
+}
+
+int floor_at(const CoordinateLine& line, int col) {
+    return floor_to_int(at(line, col));
+}
+
+/// Half-open range of output columns.
+struct Columns {
+    int begin, end;
+};
+
+// The columns up to `cols` whose floor lies in 0 .. size - 2. Each step of at() is monotonic in the column,
+// so with finite ends they form one range, found by bisection.
+Columns inside(const CoordinateLine& line, int cols, int size) {
+    const auto first_where = [&](auto holds) {  // holds is false up to some column, then true
+        int low = 0, high = cols;
+        while (low < high) {
+            const int middle = low + (high - low) / 2;
+            if (holds(floor_at(line, middle)))
+                high = middle;
+            else
+                low = middle + 1;
+        }
+        return low;
+    };
+    const auto is_negative = [](int floor) { return floor < 0; };
+    const auto is_beyond = [size](int floor) { return floor >= size - 1; };
+    Columns columns{};
+    if (line.step >= 0)
+        columns = {first_where([&](int floor) { return !is_negative(floor); }), first_where(is_beyond)};
+    else
+        columns = {first_where([&](int floor) { return !is_beyond(floor); }), first_where(is_negative)};
+    columns.end = std::max(columns.begin, columns.end);
+    return columns;
+}
+
+/// Walks the output in row order.
+class Warp {
+ public:
+    Warp(const Mat<unsigned char>& src, Mat<unsigned char>& dst, const Affine& inverse, Isa isa,
+         unsigned char* mask)
+        : src_(src),
+          a_(inverse.m),
+          isa_(isa),
+          cols_(dst.cols),
+          rows_(dst.rows),
+          channels_(dst.channels),
+          stride_(static_cast<ptrdiff_t>(src.cols) * src.channels),
+          out_(dst.data),
+          mask_(mask) {}
+
+    void run() {
+        // Coordinates that depend on the column or the row alone become tables, worked out once.
+        if (a_[1] == 0.0f && a_[3] == 0.0f && is_finite(0) && is_finite(rows_ - 1))
+            run_separable();
+        else
+            run_general();
+    }
+
+ private:
+    CoordinateLine x(int row) const { return {a_[1] * static_cast<float>(row), a_[0], a_[2]}; }
+    CoordinateLine y(int row) const { return {a_[4] * static_cast<float>(row), a_[3], a_[5]}; }
+
+    // Whether both ends of an output row, and so all that lies between, have finite coordinates.
+    bool is_finite(int row) const {
+        return std::isfinite(at(x(row), 0)) && std::isfinite(at(x(row), cols_ - 1)) &&
+               std::isfinite(at(y(row), 0)) && std::isfinite(at(y(row), cols_ - 1));
+    }
+
+    void run_general() {
+        for (int row = 0; row < rows_; ++row) {
+            const CoordinateLine x_at = x(row), y_at = y(row);
+            if (!is_finite(row)) {
+                for (int col = 0; col < cols_; ++col) sample(at(x_at, col), at(y_at, col));
+                continue;
+            }
+            const Columns in_x = inside(x_at, cols_, src_.cols), in_y = inside(y_at, cols_, src_.rows);
+            const int begin = std::max(in_x.begin, in_y.begin);
+            const int end = std::max(begin, std::min(in_x.end, in_y.end));
+            copy(x_at, y_at, 0, begin);
+            kernels::warp_row(isa_, src_.data, stride_, channels_, x_at, y_at, begin, out_, end - begin);
+            advance(end - begin, 1);
+            copy(x_at, y_at, end, cols_);
+        }
+    }
+
+    void run_separable() {
+        const CoordinateLine x_at = x(0);
+        const Columns columns = inside(x_at, cols_, src_.cols);
+        const int width = columns.end - columns.begin;
+        Stretch stretch(*this, x_at, columns);
+        // Both stretched rows between which output rows lie, kept while several do. Neighbours differ in
+        // parity.
+        Scratch<int32_t> stretched[2];
+        int stretched_row[2] = {-1, -1};
+        const auto stretched_q11 = [&](int row) {
+            Scratch<int32_t>& elements = stretched[row % 2];
+            if (stretched_row[row % 2] != row) {
+                elements.resize(stretch.elements());
+                stretch.apply(src_.data + row * stride_, elements.data());
+                stretched_row[row % 2] = row;
+            }
+            return elements.data();
+        };
+        for (int row = 0; row < rows_; ++row) {
+            const CoordinateLine y_at = y(row);
+            const int top = floor_at(y_at, 0);
+            if (top < 0 || top >= src_.rows - 1) {
+                copy(x_at, y_at, 0, cols_);
+                continue;
+            }
+            copy(x_at, y_at, 0, columns.begin);
+            const int weight = weight_q11(at(y_at, 0), top);
+            const unsigned char* const first =
+                src_.data + top * stride_ + static_cast<ptrdiff_t>(stretch.first_col()) * channels_;
+            if (weight == kOne_q11 && stretch.is_copy())
+                std::memcpy(out_, first, static_cast<size_t>(width) * static_cast<size_t>(channels_));
+            else if (weight == kOne_q11 / 2 && stretch.is_halving())
+                kernels::halve_rows(isa_, first, first + stride_, channels_, out_, width);
+            else
+                kernels::blend_rows(isa_, stretched_q11(top), stretched_q11(top + 1), weight, out_,
+                                    static_cast<ptrdiff_t>(width) * channels_);
+            advance(width, 1);
+            copy(x_at, y_at, columns.end, cols_);
+        }
+    }
+
+    /// Interpolation along a source row, the same for every row.
+    class Stretch {
+     public:
+        Stretch(const Warp& warp, const CoordinateLine& x_at, const Columns& columns)
+            : isa_(warp.isa_),
+              channels_(warp.channels_),
+              stride_(warp.stride_),
+              left_(static_cast<size_t>(columns.end - columns.begin)),
+              weight_(left_.size()) {
+            kernels::sample_columns(isa_, x_at, columns.begin, left_.data(), weight_.data(),
+                                    static_cast<int>(left_.size()));
+            is_copy_ = is_every(1, kOne_q11);
+            is_halving_ = is_every(2, kOne_q11 / 2);
+        }
+
+        int first_col() const { return left_.empty() ? 0 : left_[0]; }
+        /// Every output pixel is one source pixel, of a run of them.
+        bool is_copy() const { return is_copy_; }
+        /// Every output pixel is the mean of two source pixels, of a run of such pairs.
+        bool is_halving() const { return is_halving_; }
+        size_t elements() const { return left_.size() * static_cast<size_t>(channels_); }
+
+        void apply(const unsigned char* row, int32_t* out_q11) {
+            if (at_.empty()) make_tables();
+            const ptrdiff_t steps = static_cast<ptrdiff_t>(base_.size()), done = 4 * steps;
+            kernels::stretch_row_in_steps(isa_, row, base_.data(), index_.data(), weights_.data(), out_q11,
+                                          steps);
+            kernels::stretch_row(isa_, row, at_.data() + done, element_weight_.data() + done, channels_,
+                                 out_q11 + done, static_cast<ptrdiff_t>(elements()) - done);
+        }
+
+     private:
+        bool is_every(int distance, int weight) const {
+            for (size_t k = 0; k < left_.size(); ++k)
+                if (left_[k] != left_[0] + distance * static_cast<int>(k) || weight_[k] != weight)
+                    return false;
+            return !left_.empty();
+        }
+
+        void make_tables() {
+            at_.resize(elements());
+            element_weight_.resize(elements());
+            size_t element = 0;
+            for (size_t k = 0; k < left_.size(); ++k) {
+                for (int c = 0; c < channels_; ++c, ++element) {
+                    at_[element] = left_[k] * channels_ + c;
+                    element_weight_[element] = weight_[k];
+                }
+            }
+            if (kernels::can_stretch_in_steps(isa_)) make_steps();
+        }
+
+        // Four elements a step, as long as their neighbours lie within 16 bytes: always where the image
+        // grows, and down to about a third of the size for one channel.
+        void make_steps() {
+            if (stride_ < 16) return;
+            const size_t steps = elements() / 4;
+            base_.reserve(steps);
+            index_.resize(16 * steps);
+            weights_.resize(8 * steps);
+            for (size_t step = 0; step < steps; ++step) {
+                const auto [least, most] = std::minmax_element(&at_[4 * step], &at_[4 * step] + 4);
+                // 16 bytes that lie inside the row, the last ones of it at most.
+                const int32_t base = std::min(*least, static_cast<int32_t>(stride_ - 16));
+                if (*most + channels_ - base > 15) return;
+                base_.push_back(base);
+                for (size_t e = 0; e < 4; ++e) {
+                    unsigned char* const index = &index_[16 * step + 4 * e];
+                    int16_t* const weights = &weights_[8 * step + 2 * e];
+                    index[0] = static_cast<unsigned char>(at_[4 * step + e] - base);
+                    index[2] = static_cast<unsigned char>(index[0] + channels_);
+                    index[1] = index[3] = 255;
+                    weights[0] = element_weight_[4 * step + e];
+                    weights[1] = static_cast<int16_t>(kOne_q11 - weights[0]);
+                }
+            }
+        }
+
+        const Isa isa_;
+        const int channels_;
+        const ptrdiff_t stride_;
+        // By column of the output: its left neighbour's column in the source, and that one's weight.
+        Scratch<int32_t> left_;
+        Scratch<int16_t> weight_;
+        bool is_copy_, is_halving_;
+        // By byte of the output row: the byte of the left neighbour in the source row, and its weight.
+        Scratch<int32_t> at_;
+        Scratch<int16_t> element_weight_;
+        // The same for the leading bytes that can be done in steps.
+        Scratch<int32_t> base_;
+        Scratch<unsigned char> index_;
+        Scratch<int16_t> weights_;
+    };
+
+    // The definition for one pixel, for any coordinate. Not-a-number has floor 0 and weight 0.
+    void sample(float x_at, float y_at) {
+        const int row = floor_to_int(y_at), col = floor_to_int(x_at);
+        const bool is_inside = row >= 0 && row < src_.rows - 1 && col >= 0 && col < src_.cols - 1;
+        const int nearest_row = std::min(std::max(row, 0), src_.rows - 1);
+        const int nearest_col = std::min(std::max(col, 0), src_.cols - 1);
+        const unsigned char* const p =
+            src_.data + nearest_row * stride_ + static_cast<ptrdiff_t>(nearest_col) * channels_;
+        const int wx = is_inside ? weight_q11(x_at, col) : 0, wy = is_inside ? weight_q11(y_at, row) : 0;
+        for (int c = 0; c < channels_; ++c) {
+            if (is_inside) {
+                const unsigned char *const upper = p + c, *const lower = upper + stride_;
+                const int sum = (upper[0] * wx + upper[channels_] * (kOne_q11 - wx)) * wy +
+                                (lower[0] * wx + lower[channels_] * (kOne_q11 - wx)) * (kOne_q11 - wy);
+                out_[c] = static_cast<unsigned char>(sum >> (2 * kWeightBits));
+            } else {
+                out_[c] = p[c];
+            }
+        }
+        advance(1, is_inside ? 1 : 0);
+    }
+
+    // Columns begin .. end - 1 of an output row with finite coordinates, copied from the nearest source
+    // pixels.
+    void copy(const CoordinateLine& x_at, const CoordinateLine& y_at, int begin, int end) {
+        if (begin == end) return;
+        kernels::copy_row(isa_, src_.data, src_.rows, src_.cols, channels_, x_at, y_at, begin, out_,
+                          end - begin);
+        advance(end - begin, 0);
+    }
+
+    void advance(int n, unsigned char interpolated) {
+        out_ += static_cast<ptrdiff_t>(n) * channels_;
+        if (mask_) mask_ = std::fill_n(mask_, n, interpolated);
+    }
+
+    const Mat<unsigned char>& src_;
+    const float* const a_;
+    const Isa isa_;
+    const int cols_, rows_, channels_;
+    const ptrdiff_t stride_;
+    unsigned char* out_;
+    unsigned char* mask_;
+};
+
+}  // namespace
+
+void warp_linear(const Mat<unsigned char>& src, Mat<unsigned char>& dst, const Affine& inverse, Isa isa,
+                 unsigned char* mask) {
+    if (dst.rows <= 0 || dst.cols <= 0) return;
+    // Without channels any extent fits into no bytes, and walking it could take for ever.
+    if (dst.channels == 0 && !mask) return;
+    Warp(src, dst, inverse, isa, mask).run();
+}
+
+}  // namespace orvex_cv_991

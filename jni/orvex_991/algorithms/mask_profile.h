@@ -1,0 +1,21 @@
+// Internal: the outline of a mask.
+#ifndef ORVEX_991_ALGORITHMS_MASK_PROFILE_H
+#define ORVEX_991_ALGORITHMS_MASK_PROFILE_H
+
+#include "cv_geometry.h"
+#include "kernels/kernels.h"
+#include "cv_mat.h"
+#include "util_vector.h"
+
+namespace orvex_cv_991 {
+
+/// Corners of the convex hull of a mask's foreground (not 0), left and right ones in turn of rows: its hull
+/// is the mask's. A few more points may lie among them, and one may come twice.
+///
+/// Looks at each row from both ends up to its foreground. Memory is a few words a row.
+/// @param mask  the first rows * cols bytes are read as one channel and are known to be readable
+orvex_991::vector<Point> outline_points(const Mat<unsigned char>& mask, Isa isa);
+
+}  // namespace orvex_cv_991
+
+#endif  // ORVEX_991_ALGORITHMS_MASK_PROFILE_H

@@ -1,0 +1,76 @@
+#include "base/fp_strict.h"
+//
+#include "kernels/kernels.h"
+
+// The vector extension of GCC and Clang, for processors that store the low byte first. ORVEX_SCALAR builds
+// without it, as other compilers do.
+#if defined(__GNUC__) && defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__ && \
+    !defined(ORVEX_SCALAR)
+#define ORVEX_HAS_VECTORS
+#if defined(__SSE2__)
+#include <immintrin.h>
+#elif defined(__aarch64__)
+#include <arm_neon.h>
+#elif defined(__wasm_simd128__)
+#include <wasm_simd128.h>
+#endif
+#endif
+
+// ORVEX_BASELINE_ONLY leaves the second compilation out, for tests of the first and for the smallest binary.
+#if defined(ORVEX_HAS_VECTORS) && defined(__x86_64__) && !defined(ORVEX_BASELINE_ONLY)
+#define ORVEX_AVX2
+#endif
+
+namespace orvex_cv_991 {
+namespace baseline {
+#ifdef ORVEX_HAS_VECTORS
+#define ORVEX_VEC 16
+#endif
+#include "kernels/loops.h"
+#undef ORVEX_VEC
+}  // namespace baseline
+
+#ifdef ORVEX_AVX2
+#ifdef __clang__
+#pragma clang attribute push(__attribute__((target("avx2"))), apply_to = function)
+#else
+#pragma GCC push_options
+#pragma GCC target("avx2")
+#endif
+namespace avx2 {
+#define ORVEX_VEC 32
+#include "kernels/loops.h"
+#undef ORVEX_VEC
+}  // namespace avx2
+#ifdef __clang__
+#pragma clang attribute pop
+#else
+#pragma GCC pop_options
+#endif
+#endif
+
+Isa fastest_isa() {
+#ifdef ORVEX_AVX2
+    if (__builtin_cpu_supports("avx2")) return Isa::kAvx2;
+#endif
+    return Isa::kBaseline;
+}
+
+namespace kernels {
+
+#ifdef ORVEX_AVX2
+#define ORVEX_KERNEL(result, name, parameters, arguments)                           \
+    result name parameters {                                                        \
+        return isa == Isa::kAvx2 ? avx2::name arguments : baseline::name arguments; \
+    }
+#else
+#define ORVEX_KERNEL(result, name, parameters, arguments) \
+    result name parameters {                              \
+        return (void)isa, baseline::name arguments;       \
+    }
+#endif
+#include "kernels/list.h"
+#undef ORVEX_KERNEL
+
+}  // namespace kernels
+}  // namespace orvex_cv_991

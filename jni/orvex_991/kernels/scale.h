@@ -1,0 +1,134 @@
+// Bilinear sampling where rows and columns are sampled apart: along source rows first, H = p * w + q * (2048
+// - w), and then between rows, H * w' + H' * (2048 - w'). Integers, so the outcome is that of the four-term
+// sum of warp.h.
+
+// Where the output columns first .. first + n - 1 lie between source columns: the left neighbour's column and
+// weight. All of them lie inside the source.
+static void sample_columns(CoordinateLine x, int first, int32_t* left, int16_t* weight, int n) {
+    int k = 0;
+#ifdef ORVEX_VEC
+    enum { kLanes = kBytes / 4 };
+    I32 lane;
+    for (int i = 0; i < kLanes; ++i) lane[i] = i;
+    for (; k + kLanes <= n; k += kLanes) {
+        const F32 at = (x.row_share + x.step * __builtin_convertvector(lane + (first + k), F32)) + x.offset;
+        const I32 floor = __builtin_convertvector(at, I32);
+        const F32 rest = 1.0f - (at - __builtin_convertvector(floor, F32));
+        const I32 weights = __builtin_convertvector(rest * (float)kOne_q11, I32);
+        store(left + k, (U8)floor);
+        for (int i = 0; i < kLanes; ++i) weight[k + i] = (int16_t)weights[i];
+    }
+#endif
+    for (; k < n; ++k) {
+        const float at = (x.row_share + x.step * (float)(first + k)) + x.offset;
+        left[k] = (int)at;
+        weight[k] = (int16_t)((1.0f - (at - (float)left[k])) * (float)kOne_q11);
+    }
+}
+
+// H along one source row: out_q11[e] = row[at[e]] * weight[e] + row[at[e] + channels] * (2048 - weight[e])
+// for the n bytes of an output row.
+static void stretch_row(const uint8_t* row, const int32_t* at, const int16_t* weight, int channels,
+                        int32_t* out_q11, ptrdiff_t n) {
+    for (ptrdiff_t e = 0; e < n; ++e)
+        out_q11[e] = row[at[e]] * weight[e] + row[at[e] + channels] * (kOne_q11 - weight[e]);
+}
+
+// The same where each four output bytes take theirs from 16 source bytes: of step s those from base[s] on.
+// index holds 16 bytes a step, pairs of a position there and 255, and weights 8 a step, both weights of each
+// output byte. Without byte shuffles it is no gain.
+static bool can_stretch_in_steps() {
+#ifdef ORVEX_LOOKUP
+    return true;
+#else
+    return false;
+#endif
+}
+
+static void stretch_row_in_steps(const uint8_t* row, const int32_t* base, const uint8_t* index,
+                                 const int16_t* weights, int32_t* out_q11, ptrdiff_t steps) {
+    ptrdiff_t s = 0;
+#ifdef ORVEX_LOOKUP
+    enum { kSteps = kBytes / 16 };
+    for (; s + kSteps <= steps; s += kSteps) {
+        const U8 pixels = load_halves(row + base[s], base[s + kSteps - 1] - base[s]);
+        store(out_q11 + 4 * s,
+              (U8)multiply_add_pairs((I16)pick(pixels, load(index + 16 * s)), (I16)load(weights + 8 * s)));
+    }
+#endif
+    for (; s < steps; ++s) {
+        const uint8_t* const pixels = row + base[s];
+        for (int e = 0; e < 4; ++e)
+            out_q11[4 * s + e] = pixels[index[16 * s + 4 * e]] * weights[8 * s + 2 * e] +
+                                 pixels[index[16 * s + 4 * e + 2]] * weights[8 * s + 2 * e + 1];
+    }
+}
+
+// out[e] = (upper[e] * weight + lower[e] * (2048 - weight)) >> 22.
+static void blend_rows(const int32_t* upper_q11, const int32_t* lower_q11, int weight, uint8_t* out,
+                       ptrdiff_t n) {
+    ptrdiff_t e = 0;
+#ifdef ORVEX_VEC
+    enum { kLanes = kBytes / 4 };
+    for (; e + kBytes <= n; e += kBytes) {
+        I32 sum[4];
+        for (int q = 0; q < 4; ++q)
+            sum[q] = ((I32)load(upper_q11 + e + q * kLanes) * weight +
+                      (I32)load(lower_q11 + e + q * kLanes) * (kOne_q11 - weight)) >>
+                     (2 * kWeightBits);
+        store(out + e, narrow_to_bytes(sum[0], sum[1], sum[2], sum[3]));
+    }
+#endif
+    for (; e < n; ++e)
+        out[e] = (uint8_t)((upper_q11[e] * weight + lower_q11[e] * (kOne_q11 - weight)) >> (2 * kWeightBits));
+}
+
+// Four weights of a quarter each: output pixel k is the truncated mean of the pixels 2k and 2k + 1 of both
+// rows.
+static void halve_rows(const uint8_t* upper, const uint8_t* lower, int channels, uint8_t* out, ptrdiff_t n) {
+    ptrdiff_t k = 0;
+#ifdef ORVEX_VEC
+    if (channels == 1) {
+        for (; k + kBytes <= n; k += kBytes) {
+            U16 sum[2];
+            for (int h = 0; h < 2; ++h) {
+                const U16 u = (U16)load(upper + 2 * k + h * kBytes),
+                          l = (U16)load(lower + 2 * k + h * kBytes);
+                sum[h] = ((u & 255) + (u >> 8) + (l & 255) + (l >> 8)) >> 2;
+            }
+            const U8 v = narrow((I16)sum[0], (I16)sum[1]);
+#if ORVEX_VEC == 32
+            store(out + k, (U8)__builtin_shufflevector((U64)v, (U64)v, 0, 2, 1, 3));
+#else
+            store(out + k, v);
+#endif
+        }
+    }
+#endif
+#ifdef ORVEX_LOOKUP
+    if (channels == 3) {
+        // Two output pixels in every half, from 12 of 16 bytes that are read; 8 are written for 6. What is
+        // too much belongs to the next pixel, so the last one is left to the plain loop.
+        const U8 pairs = ORVEX_REPEAT(0, 3, 1, 4, 2, 5, 6, 9, 7, 10, 8, 11, 255, 255, 255, 255);
+        const U8 low_bytes =
+            ORVEX_REPEAT(0, 2, 4, 6, 8, 10, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255);
+        enum { kPixels = kBytes / 8 };
+        for (; k + kPixels < n; k += kPixels) {
+            const U16 u = (U16)pick(load_halves(upper + 6 * k, 12), pairs);
+            const U16 l = (U16)pick(load_halves(lower + 6 * k, 12), pairs);
+            const U16 sum = (u & 255) + (u >> 8) + (l & 255) + (l >> 8);
+            const U64 six = (U64)pick((U8)(sum >> 2), low_bytes);
+            for (int half = 0; half < kBytes / 16; ++half) {
+                const uint64_t bytes = six[2 * half];
+                __builtin_memcpy(out + 3 * (k + 2 * half), &bytes, 8);
+            }
+        }
+    }
+#endif
+    for (; k < n; ++k)
+        for (int c = 0; c < channels; ++c) {
+            const ptrdiff_t at = 2 * k * channels + c;
+            out[k * channels + c] =
+                (uint8_t)((upper[at] + upper[at + channels] + lower[at] + lower[at + channels]) >> 2);
+        }
+}
