@@ -77,7 +77,7 @@ int main(int argc, char** argv) {
         return 64;
     }
 
-    // Operations print lines by contract.
+    // Operations print lines on standard output, which here belongs to the table.
     std::FILE* const out = fdopen(dup(STDOUT_FILENO), "w");
     const int nowhere = open("/dev/null", O_WRONLY);
     if (!out || nowhere < 0 || dup2(nowhere, STDOUT_FILENO) < 0) return 2;
