@@ -6,7 +6,6 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
-#include <limits>
 #include <utility>
 #include <vector>
 
@@ -15,25 +14,28 @@
 #include "algorithms/bit_morphology.h"
 #include "algorithms/component_order.h"
 #include "algorithms/convex_hull.h"
-#include "base/block.h"
-#include "kernels/kernels.h"
-#include "base/numeric.h"
 #include "algorithms/equalization.h"
+#include "algorithms/forest_limit.h"
 #include "algorithms/gray_morphology.h"
 #include "algorithms/labelling.h"
 #include "algorithms/mask_profile.h"
 #include "algorithms/otsu.h"
 #include "algorithms/quarter_turn.h"
+#include "algorithms/red_mask.h"
 #include "algorithms/saliency.h"
 #include "algorithms/seal_rules.h"
 #include "algorithms/sharpness.h"
 #include "algorithms/text_rows.h"
+#include "base/block.h"
+#include "base/numeric.h"
+#include "kernels/kernels.h"
 #include "util_diag.h"
 
 namespace orvex_cv_991 {
 
 using orvex_991::CException;
 using orvex_991::Clock;
+using orvex_991::String;
 using orvex_991::vector;
 
 using U8 = CImgproc::U8;
@@ -52,6 +54,30 @@ class Source {
     const U8& src_;
     const U8 taken_;
 };
+
+/// Runs the body of an operation of which nothing but CException may come: any other failure, which is one of memory,
+/// becomes code 2 with `message`.
+template <class Body>
+auto guarded(Body body, const String& message = String()) {
+    try {
+        return body();
+    } catch (const CException&) {
+        throw;
+    } catch (...) {
+        throw CException(2, message);
+    }
+}
+
+/// Deliberate: callers of some operations see code 2 for every failure inside, that of an inner check included (test:
+/// every_failure_inside_is_code_2).
+template <class Body>
+void relabelled(Body body) {
+    try {
+        body();
+    } catch (...) {
+        throw CException(2);
+    }
+}
 
 }  // namespace
 
@@ -86,7 +112,7 @@ void CImgproc::yuv2bgr(const unsigned char* yuv, int rows, int cols, U8& dst) {
     Clock clock;
     clock.start();
     if (rows > 0)
-        init_output(dst, rows, cols, 3, true);
+        init_output(dst, rows, cols, 3);
     else
         dst.init(rows, cols, 3, 0);
     const Isa isa = fastest_isa();
@@ -103,7 +129,8 @@ void CImgproc::bgr2hsv(const U8& src, U8& dst) {
     const U8& from = *source;
     if (from.rows < 1) return dst.init(from.rows, from.cols, 3, 0);
     const int64_t bytes = held_elements(from);
-    init_output(dst, from.rows, from.cols, 3, bytes >= 0);
+    if (bytes < 0) init_output_then_throw(dst, from.rows, from.cols, 3);
+    init_output(dst, from.rows, from.cols, 3);
     const ptrdiff_t n = static_cast<ptrdiff_t>(from.rows) * from.cols;
     const Isa isa = fastest_isa();
     if (from.channels == 3)
@@ -119,7 +146,8 @@ void CImgproc::equalizeHist(const U8& src, U8& dst) {
     ORVEX_CHECK(1 == src.channels);
     const Source source(src, dst);
     const U8& from = *source;
-    init_output(dst, from.rows, from.cols, 1, held_elements(from) >= 0);
+    if (held_elements(from) < 0) init_output_then_throw(dst, from.rows, from.cols, 1);
+    init_output(dst, from.rows, from.cols, 1);
     const int n = require_pixels(from);
     const Isa isa = fastest_isa();
     uint32_t counts[256];
@@ -136,7 +164,7 @@ void CImgproc::hist(const U8& src, vector<float>& h) {
     const int n = require_pixels(src);
     uint32_t counts[256];
     kernels::count_bytes(fastest_isa(), src.data, n, counts);
-    const float scale = 1.0f / (static_cast<float>(n) + 1.1920929e-7f);  // 2^-23
+    const float scale = 1.0f / (static_cast<float>(n) + kFloatEpsilon);
     for (const uint32_t count : counts) h.push_back(static_cast<float>(count) * scale);
 }
 
@@ -171,12 +199,12 @@ unsigned char CImgproc::maxVal(const U8& src) {
 }
 
 int CImgproc::countNonZero(const U8& src) {
-    return static_cast<int>(kernels::count_nonzero_bytes(fastest_isa(), src.data, require_pixels(src)));
+    const int n = require_pixels(src);
+    return static_cast<int>(kernels::count_nonzero_bytes(fastest_isa(), src.data, n));
 }
 
 float CImgproc::countNonZeroRate(const U8& src) {
-    const int n = wrapped_count(src.rows, src.cols, 1);
-    return static_cast<float>(countNonZero(src)) / static_cast<float>(n);
+    return static_cast<float>(countNonZero(src)) / static_cast<float>(wrapped_count(src.rows, src.cols, 1));
 }
 
 // ---- Thresholds ----
@@ -211,8 +239,10 @@ void CImgproc::thresholdSeg(const U8& src, U8& dst, int threshold) {
     ORVEX_CHECK(threshold >= 0 && threshold < 256);
     Clock clock;
     clock.start();
-    if (Size(dst.cols, dst.rows) != Size(src.cols, src.rows) || !dst.data)
-        init_output(dst, src.rows, src.cols, 1, held_elements(src) >= 0);
+    if (Size(dst.cols, dst.rows) != Size(src.cols, src.rows) || !dst.data) {
+        if (held_elements(src) < 0) init_output_then_throw(dst, src.rows, src.cols, 1);
+        init_output(dst, src.rows, src.cols, 1);
+    }
     const int n = require_pixels(src);
     require_pixels(dst);
     kernels::threshold_bytes(fastest_isa(), src.data, dst.data, n, threshold);
@@ -388,20 +418,20 @@ void CImgproc::warpAffine(const U8& src, U8& dst, const Mat<float>& trans_matrix
     Affine forward;
     std::copy_n(trans_matrix.data, 6, forward.m);
     U8 out;
-    init_output(out, out_size.height, out_size.width, src.channels, true);
-    const bool has_pixels = out_size.width > 0 && out_size.height > 0;
+    init_output(out, out_size.height, out_size.width, src.channels);
+    const bool samples = interp == INTERP_LINEAR && out_size.width > 0 && out_size.height > 0;
     if (interp == INTERP_LINEAR) {
         ORVEX_DEBUG_PREFIX();
         std::puts("linear");
     }
-    if (interp == INTERP_LINEAR && has_pixels) {
+    if (samples) {
         require_elements(src, 0);
         if (mask) require_elements(*mask, static_cast<int64_t>(out.rows) * out.cols);
         const U8 apart = mask == &src ? src.clone() : U8();
         warp_linear(mask == &src ? apart : src, out, inverse(forward), fastest_isa(),
                     mask ? mask->data : nullptr);
     } else {
-        std::fill_n(out.data, held_elements(out), static_cast<unsigned char>(0));
+        std::fill_n(out.data, block_length(out), static_cast<unsigned char>(0));
     }
     dst.swap(out);
     ORVEX_REPORT_TIME(clock, "warpaffine cost time: %fms\n");
@@ -454,7 +484,7 @@ void CImgproc::dilateBinary(const U8& src, U8& dst, const Size& size) {
     Clock clock;
     clock.start();
     U8 out;
-    init_output(out, src.rows, src.cols, 1, true);
+    init_output(out, src.rows, src.cols, 1);
     require_pixels(src);
     dilate_binary(src, size, fastest_isa(), out.data);
     dst.swap(out);
@@ -469,7 +499,7 @@ void CImgproc::erodeBinary(const U8& src, U8& dst, const Size& size) {
     ORVEX_CHECK(src.rows >= size.height);
     ORVEX_CHECK(src.cols >= size.width);
     U8 out;
-    init_output(out, src.rows, src.cols, 1, true);
+    init_output(out, src.rows, src.cols, 1);
     require_pixels(src);
     erode_binary(src, size, fastest_isa(), out.data);
     dst.swap(out);
@@ -526,7 +556,8 @@ void check_gray_window(const char* function, const U8& src, const Size& size) {
 void CImgproc::dilateGray(const U8& src, U8& dst, const Size& size) {
     check_gray_window(__func__, src, size);
     U8 out;
-    init_output(out, src.rows, src.cols, 1, held_elements(src) >= 0);
+    init_output(out, src.rows, src.cols, 1);
+    require_pixels(src);
     dilate_gray(src, size, fastest_isa(), out.data);
     dst.swap(out);
 }
@@ -534,7 +565,8 @@ void CImgproc::dilateGray(const U8& src, U8& dst, const Size& size) {
 void CImgproc::erodeGray(const U8& src, U8& dst, const Size& size) {
     check_gray_window(__func__, src, size);
     U8 out;
-    init_output(out, src.rows, src.cols, 1, held_elements(src) >= 0);
+    init_output(out, src.rows, src.cols, 1);
+    require_pixels(src);
     erode_gray(src, size, fastest_isa(), out.data);
     dst.swap(out);
 }
@@ -546,76 +578,28 @@ void CImgproc::morphGradient(const U8& src, U8& dst, const Size& size) {
     clock.start();
     const Source source(src, dst);
     const U8& from = *source;
-    // Deliberate: every failure from here on is code 2, the inner checks' included.
-    try {
+    relabelled([&] {
         dst.init(from.rows, from.cols, 1, 0);
         check_gray_window("dilateGray", from, size);
         require_pixels(from);
         gray_gradient(from, size, fastest_isa(), dst.data);
         thresholdSeg(dst, dst, otsu(dst));
-    } catch (...) {
-        throw CException(2);
-    }
+    });
     ORVEX_REPORT_TIME(clock, "morph gradient cost time: %fms\n");
 }
 
 // ---- Components ----
 
-ForestJoin::ForestJoin(int n) : parents_(n) {
-    for (int i = 0; i < n; ++i) parents_[i] = i;
-}
-
-int ForestJoin::GetRootId(int id) {
-    while (parents_[id] != id) id = parents_[id];
-    return id;
-}
-
-int ForestJoin::Join(int a, int b) {
-    const int root_a = GetRootId(a);
-    const int root_b = GetRootId(b);
-    const int root = std::min(root_a, root_b);
-    parents_[root_a] = parents_[root_b] = root;
-    parents_[b] = parents_[a] = root;
-    return root;
-}
-
-int ForestJoin::Remap(vector<int>& out) {
-    const int n = parents_.size;
-    out.reserve(n);
-    out.size = n;
-    int count = 0;
-    for (int i = 1; i < n; ++i) out[i] = parents_[i] == i ? ++count : out[parents_[i]];
-    return count;
-}
-
 namespace {
 
-// Labels pixel by pixel with a forest of rows * cols / 2 labels, a size that images with many short runs
-// exceed: then a Join that meets a label beyond it throws code 4 and leaves the labels given so far.
-void scan_pixels(const U8& src, Mat<int>& labels) {
-    ForestJoin forest(wrapped_count(src.rows, src.cols, 1) / 2);
-    int handed_out = 0;
-    for (int row = 0; row < src.rows; ++row) {
-        const ptrdiff_t start = static_cast<ptrdiff_t>(row) * src.cols;
-        for (int col = 0; col < src.cols; ++col) {
-            const ptrdiff_t i = start + col;
-            const bool foreground = i == 0 ? src.data[0] == 255 : src.data[i] != 0;
-            if (!foreground) continue;
-            const int left = col > 0 ? labels.data[i - 1] : 0;
-            const int up = row > 0 ? labels.data[i - src.cols] : 0;
-            if (left == 0 && up == 0)
-                labels.data[i] = ++handed_out;
-            else if (left == 0 || up == 0 || left == up)
-                labels.data[i] = left == 0 ? up : left;
-            else
-                labels.data[i] = forest.Join(left, up);
-        }
+// The output comes first in bwlabel: it is initialised even where there is no memory for the runs.
+Labelling label_runs(const U8& src, Mat<int>& dst) {
+    try {
+        return Labelling(src, fastest_isa(), Runs::kKeep);
+    } catch (...) {
+        dst.init(src.rows, src.cols, 1, 0);
+        throw;
     }
-}
-
-// Whether the forest of scan_pixels could be too small. Where it is not, the scan only repeats `labelling`.
-bool may_exceed_forest(const U8& src, const Labelling& labelling) {
-    return labelling.provisional_labels() >= wrapped_count(src.rows, src.cols, 1) / 2;
 }
 
 }  // namespace
@@ -625,11 +609,11 @@ void CImgproc::bwlabel(const U8& src, Mat<int>& dst, int& num) {
     ORVEX_CHECK(1 == src.channels);
     Clock clock;
     clock.start();
-    if (held_elements(src) < 0) init_output(dst, src.rows, src.cols, 1, false);
-    const Labelling labelling(src, fastest_isa(), Runs::kKeep);
-    if (may_exceed_forest(src, labelling)) {
+    if (held_elements(src) < 0) init_output_then_throw(dst, src.rows, src.cols, 1);
+    const Labelling labelling = label_runs(src, dst);
+    if (may_exceed_forest(src, labelling.provisional_labels())) {
         dst.init(src.rows, src.cols, 1, 0);
-        scan_pixels(src, dst);
+        scan_within_forest(src, dst);
     }
     create_unfilled(dst, src.rows, src.cols, 1);
     int* next = dst.data;
@@ -637,7 +621,7 @@ void CImgproc::bwlabel(const U8& src, Mat<int>& dst, int& num) {
         int* const first = dst.data + static_cast<ptrdiff_t>(row) * src.cols + begin;
         next = std::fill_n(std::fill_n(next, first - next, 0), end - begin, label);
     });
-    std::fill(next, dst.data + wrapped_count(src.rows, src.cols, 1), 0);
+    std::fill(next, dst.data + block_length(dst), 0);
     num = labelling.components();
     // Two negative extents leave no rows to walk; the first pixel is labelled all the same.
     if (src.rows < 0) dst.data[0] = num;
@@ -649,71 +633,63 @@ void CImgproc::connectdComponent(const U8& src, vector<Rect>& rects, vector<vect
     Clock clock;
     clock.start();
     rects.clear();
-    // Deliberate: every failure from here on is code 2, the inner check's included.
-    try {
+    relabelled([&] {
         ORVEX_CHECK_AS("bwlabel", 1 == src.channels);
         Clock label_clock;
         label_clock.start();
         require_pixels(src);
         const Labelling labelling(src, fastest_isa(), points ? Runs::kKeep : Runs::kForget);
-        if (may_exceed_forest(src, labelling)) {
+        if (may_exceed_forest(src, labelling.provisional_labels())) {
             Mat<int> labels;
             labels.init(src.rows, src.cols, 1, 0);
-            scan_pixels(src, labels);
+            scan_within_forest(src, labels);
         }
         ORVEX_REPORT_TIME(label_clock, "bwlabel cost time: %fms\n");
 
         const int count = labelling.components();
-        std::vector<int> areas(static_cast<size_t>(count));
+        std::vector<int> areas;
+        areas.reserve(static_cast<size_t>(count));
         for (int k = 0; k < count; ++k) {
             const Rect rect = labelling.rect(k + 1);
-            areas[static_cast<size_t>(k)] = wrap_mul(rect.width, rect.height);
+            areas.push_back(wrap_mul(rect.width, rect.height));
         }
         const std::vector<int> order = points ? partition_order(areas) : exchange_order(areas);
         vector<Rect> ordered(count);
-        for (int k = 0; k < count; ++k) ordered[k] = labelling.rect(order[static_cast<size_t>(k)] + 1);
+        for (int k = 0; k < count; ++k) ordered[k] = labelling.rect(order[k] + 1);
 
         if (points) {
             vector<vector<Point>> lists(count);
             std::vector<Point*> next(static_cast<size_t>(count));  // by component
             for (int k = 0; k < count; ++k) {
-                const int component = order[static_cast<size_t>(k)];
+                const int component = order[k];
                 lists[k].reserve(labelling.pixels(component + 1));
                 lists[k].size = labelling.pixels(component + 1);
-                next[static_cast<size_t>(component)] = lists[k].data;
+                next[component] = lists[k].data;
             }
             labelling.for_each_run([&](int row, int begin, int end, int label) {
-                Point*& at = next[static_cast<size_t>(label) - 1];
+                Point*& at = next[label - 1];
                 for (int col = begin; col < end; ++col) *at++ = Point(col, row);
             });
             points->swap(lists);
         }
         rects.swap(ordered);
-    } catch (...) {
-        throw CException(2);
-    }
+    });
     if (points) ORVEX_REPORT_TIME(clock, "connect component got cost time: %fms\n");
 }
 
 void CImgproc::divideComponentsToRows(vector<Rect> rects, vector<vector<Rect>>& row_groups) {
     row_groups.clear();
-    try {
+    guarded([&] {
         const Bands bands = find_bands(rects);
         vector<vector<Rect>> groups(bands.count);
         row_groups.swap(groups);
         const auto stray = std::find(bands.of.begin(), bands.of.end(), -1);
         if (stray != bands.of.end()) {
             // Those before it are in their bands by then, not yet sorted.
-            for (int k = 0; k <= stray - bands.of.begin(); ++k)
-                row_groups[bands.of[static_cast<size_t>(k)]].push_back(rects[k]);
+            for (int k = 0; k <= stray - bands.of.begin(); ++k) row_groups[bands.of[k]].push_back(rects[k]);
         }
-        for (const int k : order_by_x(rects))
-            row_groups[bands.of[static_cast<size_t>(k)]].push_back(rects.data[k]);
-    } catch (const CException&) {
-        throw;
-    } catch (...) {
-        throw CException(2);
-    }
+        for (const int k : order_by_x(rects)) row_groups[bands.of[k]].push_back(rects.data[k]);
+    });
 }
 
 // ---- Shapes ----
@@ -843,7 +819,7 @@ float sharpness_within(const U8& gray, const U8* mask) {
 float CImgproc::getSharpness(const U8& src) {
     ORVEX_CHECK(!src.empty());
     ORVEX_CHECK(1 == src.channels || 3 == src.channels);
-    try {
+    return guarded([&] {
         if (src.channels == 3) {
             U8 gray;
             bgr2gray(src, gray);
@@ -852,11 +828,7 @@ float CImgproc::getSharpness(const U8& src) {
         require_pixels(src);
         report_gray_source();
         return sharpness_within(src, nullptr);
-    } catch (const CException&) {
-        throw;
-    } catch (...) {
-        throw CException(2);
-    }
+    });
 }
 
 float CImgproc::getSharpness(const U8& src, const U8& mask) {
@@ -866,14 +838,10 @@ float CImgproc::getSharpness(const U8& src, const U8& mask) {
     ORVEX_CHECK(1 == mask.channels);
     ORVEX_CHECK(src.rows == mask.rows);
     ORVEX_CHECK(src.cols == mask.cols);
-    try {
+    return guarded([&] {
         require_pixels(src);
         return sharpness_within(src, &mask);
-    } catch (const CException&) {
-        throw;
-    } catch (...) {
-        throw CException(2);
-    }
+    });
 }
 
 void CImgproc::saliencyDetect(const U8& src, U8& dst, const U8& mask, vector<unsigned char>& level_saliency) {
@@ -881,7 +849,7 @@ void CImgproc::saliencyDetect(const U8& src, U8& dst, const U8& mask, vector<uns
     ORVEX_CHECK(!mask.empty());
     if (src.rows != mask.rows || src.cols != mask.cols || src.channels != 1 || mask.channels != 1)
         throw CException(1, "saliency detection input format error");
-    try {
+    const auto detect = [&] {
         const U8 apart = &mask == &dst ? mask.clone() : U8();
         const U8& selection = &mask == &dst ? apart : mask;
         if (held_elements(src) < 0 || held_elements(selection) < 0) {
@@ -900,53 +868,9 @@ void CImgproc::saliencyDetect(const U8& src, U8& dst, const U8& mask, vector<uns
         level_saliency.clear();
         for (const unsigned char level : table) level_saliency.push_back(level);
         kernels::look_up_bytes(isa, src.data, table, dst.data, n);
-    } catch (const CException&) {
-        throw;
-    } catch (...) {
-        throw CException(2, "saliency detection algorithm error");
-    }
+    };
+    guarded(detect, "saliency detection algorithm error");
 }
-
-namespace {
-
-// Redness of every pixel of a BGR image: (R - B) * (R - G) where red is the strongest, else 0; the range is
-// that of the former alone. At most 255^2, so single precision holds it exactly.
-struct Redness {
-    std::vector<float> scores;
-    float smallest = std::numeric_limits<float>::max();
-    float largest = 0.0f;
-};
-
-Redness redness_of(const U8& bgr) {
-    Redness redness;
-    redness.scores.resize(static_cast<size_t>(bgr.rows) * static_cast<size_t>(bgr.cols), 0.0f);
-    for (size_t i = 0; i < redness.scores.size(); ++i) {
-        const int b = bgr.data[3 * i], g = bgr.data[3 * i + 1], r = bgr.data[3 * i + 2];
-        if (b > r || g > r) continue;
-        const float score = static_cast<float>((r - b) * (r - g));
-        redness.scores[i] = score;
-        redness.smallest = std::min(redness.smallest, score);
-        redness.largest = std::max(redness.largest, score);
-    }
-    return redness;
-}
-
-// 255 where a pixel is red by its score or by its hue, saturation and value.
-U8 red_mask(const Redness& redness, const U8& hsv) {
-    constexpr float kLeastShare = 0.19607843f;  // 50 / 255
-    const float range = redness.largest - redness.smallest;
-    U8 mask;
-    mask.mat_create(hsv.rows, hsv.cols, 1, 0);
-    for (size_t i = 0; i < redness.scores.size(); ++i) {
-        const int h = hsv.data[3 * i], s = hsv.data[3 * i + 1], v = hsv.data[3 * i + 2];
-        const bool red = (redness.scores[i] - redness.smallest) / range > kLeastShare ||
-                         ((h < 9 || h > 159) && s >= 81 && v >= 51 && v <= 219);
-        if (red) mask.data[i] = 255;
-    }
-    return mask;
-}
-
-}  // namespace
 
 void CImgproc::redColorDetect(const U8& src, U8& dst, bool relaxed) {
     ORVEX_DEBUG_PREFIX();
@@ -965,21 +889,19 @@ void CImgproc::redColorDetect(const U8& src, U8& dst, bool relaxed) {
     const int height = saturate_to_int(static_cast<float>(photo.rows) * scale);
     U8 small;
     resize(photo, small, Size(width, height), INTERP_LINEAR);
-
     const Redness redness = redness_of(small);
-    constexpr float kEpsilon = 1.1920929e-7f;  // 2^-23
-    if (redness.largest < 1.0f || redness.largest - redness.smallest < kEpsilon) return;
+    if (!redness.is_somewhere()) return;
 
-    U8 hsv, closed;
+    U8 hsv, mask, closed;
     bgr2hsv(small, hsv);
-    closeBinary(red_mask(redness, hsv), closed, Size(3, 3));
+    create_unfilled(mask, small.rows, small.cols, 1);
+    mark_red(redness, hsv, mask);
+    closeBinary(mask, closed, Size(3, 3));
     vector<Rect> rects;
     vector<vector<Point>> pixels;
     connectdComponent(closed, rects, &pixels);
 
-    std::vector<int> counts(static_cast<size_t>(pixels.size()));
-    for (size_t k = 0; k < counts.size(); ++k) counts[k] = pixels.data[k].size;
-    const SealSelection seals = select_seals(rects, counts, Size(small.cols, small.rows), relaxed);
+    const SealSelection seals = select_seals(rects, pixels, Size(small.cols, small.rows), relaxed);
     if (seals.candidates.empty()) {
         ORVEX_ERROR_PREFIX();
         std::puts("could not find any valid red circle");
@@ -990,7 +912,7 @@ void CImgproc::redColorDetect(const U8& src, U8& dst, bool relaxed) {
         std::printf("set %d near %d to be true \n", rescue.component, rescue.candidate);
     }
     for (int k = 0; k < pixels.size; ++k) {
-        if (seals.keep[static_cast<size_t>(k)]) continue;
+        if (seals.keep[k]) continue;
         for (int i = 0; i < pixels[k].size; ++i) closed.at(pixels[k][i].y, pixels[k][i].x) = 0;
     }
 

@@ -2,11 +2,13 @@
 //
 #include "util_math.h"
 
+#include "base/numeric.h"
+
 namespace orvex_991 {
 
 template <class T>
 T pow(T base, int exponent) {
-    constexpr T kEpsilon = static_cast<T>(1.1920929e-7f);  // 2^-23
+    constexpr T kEpsilon = static_cast<T>(orvex_cv_991::kFloatEpsilon);
     if (exponent == 0) return base;
     const unsigned factors =
         exponent < 0 ? 0u - static_cast<unsigned>(exponent) : static_cast<unsigned>(exponent);

@@ -2,8 +2,8 @@
 #ifndef ORVEX_991_ALGORITHMS_ADAPTIVE_THRESHOLD_H
 #define ORVEX_991_ALGORITHMS_ADAPTIVE_THRESHOLD_H
 
-#include "kernels/kernels.h"
 #include "cv_mat.h"
+#include "kernels/kernels.h"
 
 namespace orvex_cv_991 {
 

@@ -14,9 +14,9 @@ using Words = Scratch<uint64_t>;
 
 /// Ors of `length` neighbours along one packed row: bit c of the result is the or of the bits
 /// c - before .. c - before + length - 1 of the row. Bits beyond the row's last column may be set.
-class RowWindow {
+class HorizontalOr {
  public:
-    RowWindow(int length, int before, int cols)
+    HorizontalOr(int length, int before, int cols)
         : length_(length),
           before_(before),
           words_((static_cast<size_t>(cols) + 63) / 64),
@@ -66,7 +66,7 @@ void or_window(const Mat<unsigned char>& src, const Size& size, Isa isa, Pack pa
     const int words = static_cast<int>((static_cast<int64_t>(src.cols) + 63) / 64);
     const int highest = floor_log2(size.height);
     const int below = size.height - 1 - size.height / 2;  // rows of the window under its anchor
-    RowWindow along(size.width, size.width / 2, src.cols);
+    HorizontalOr along(size.width, size.width / 2, src.cols);
     const auto unite = [isa, words](const uint64_t* a, const uint64_t* b, uint64_t* to) {
         kernels::or_words(isa, a, b, to, words);
     };

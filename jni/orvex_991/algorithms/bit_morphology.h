@@ -3,8 +3,8 @@
 #define ORVEX_991_ALGORITHMS_BIT_MORPHOLOGY_H
 
 #include "cv_geometry.h"
-#include "kernels/kernels.h"
 #include "cv_mat.h"
+#include "kernels/kernels.h"
 
 namespace orvex_cv_991 {
 

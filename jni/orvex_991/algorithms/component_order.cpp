@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <numeric>
 #include <utility>
 
 #include "base/key_sort.h"
@@ -207,61 +208,76 @@ class KeyTree {
     std::vector<Node> nodes_;
 };
 
+/// The two searches within a range that no search of another range will look into, step by step: cheaper than the
+/// tree's where the range is short.
+class StepSearch {
+ public:
+    explicit StepSearch(KeyTree& keys) : keys_(keys) {}
+
+    int last_above(int first, int last, int limit) const {
+        while (first < last && keys_.key(last) <= limit) --last;
+        return last;
+    }
+    int first_below(int first, int last, int limit) const {
+        while (first < last && keys_.key(first) >= limit) ++first;
+        return first;
+    }
+    void set(int position, int key) { keys_.set_only(position, key); }
+
+ private:
+    KeyTree& keys_;
+};
+
+/// Partitions index[low .. high] and its keys around the first element and returns where that ends up.
+///
+/// From the right, the next element that goes strictly before the pivot fills the hole; then, from the left, the next
+/// that goes strictly after it. Ties are passed over on both sides, so step by step a tie costs a scan of the range;
+/// the two searches alone determine every move.
+template <class Search>
+int partition(std::vector<int>& index, const KeyTree& keys, Search& search, int low, int high) {
+    const int pivot = index[low], pivot_key = keys.key(low);
+    const auto move = [&](int to, int from) {
+        index[to] = index[from];
+        search.set(to, keys.key(from));
+    };
+    int i = low, j = high;
+    while (i < j) {
+        j = search.last_above(i, j, pivot_key);
+        if (i == j) break;
+        move(i, j);
+        i = search.first_below(i, j, pivot_key);
+        if (i == j) break;
+        move(j, i);
+    }
+    index[j] = pivot;
+    search.set(j, pivot_key);
+    return j;
+}
+
 }  // namespace
 
-// The hole-filling partition with the first element as pivot: from the right, the next element that goes
-// strictly before the pivot fills the hole; then, from the left, the next that goes strictly after it. Ties
-// are passed over on both sides, so step by step a tie costs a scan of the range; the two searches alone
-// determine every move. Within short ranges, which no search of another range looks into, the steps are
-// cheaper.
 std::vector<int> partition_order(const std::vector<int>& areas) {
     constexpr int kShort = 24;
     std::vector<int> index(areas.size());
-    for (size_t i = 0; i < index.size(); ++i) index[i] = static_cast<int>(i);
+    std::iota(index.begin(), index.end(), 0);
     KeyTree keys(areas);
+    StepSearch steps(keys);
 
     std::vector<std::pair<int, int>> ranges(1, {0, static_cast<int>(areas.size()) - 1});
     while (!ranges.empty()) {
         auto [low, high] = ranges.back();
         ranges.pop_back();
         while (low < high) {
-            const int pivot = index[static_cast<size_t>(low)];
-            const int pivot_key = keys.key(low);
             const bool is_short = high - low < kShort;
-            const auto put = [&](int to, int element, int key) {
-                index[static_cast<size_t>(to)] = element;
-                if (is_short)
-                    keys.set_only(to, key);
-                else
-                    keys.set(to, key);
-            };
-            const auto move = [&](int to, int from) {
-                put(to, index[static_cast<size_t>(from)], keys.key(from));
-            };
-            int i = low;
-            int j = high;
-            while (i < j) {
-                if (is_short)
-                    while (i < j && keys.key(j) <= pivot_key) --j;
-                else
-                    j = keys.last_above(i, j, pivot_key);
-                if (i == j) break;
-                move(i, j);
-                if (is_short)
-                    while (i < j && keys.key(i) >= pivot_key) ++i;
-                else
-                    i = keys.first_below(i, j, pivot_key);
-                if (i == j) break;
-                move(j, i);
-            }
-            put(j, pivot, pivot_key);
-            if (j == low && !is_short) {
+            const int place =
+                is_short ? partition(index, keys, steps, low, high) : partition(index, keys, keys, low, high);
+            if (place == low && !is_short) {
                 // Nothing goes before the pivot, nor before those equal to it that follow it at once.
-                low = keys.first_below(low, high, pivot_key);
+                low = keys.first_below(low, high, keys.key(low));
                 continue;
             }
-            if (low < j - 1) ranges.emplace_back(low, j - 1);
-            low = j + 1;
+            if (low < place - 1) ranges.emplace_back(low, place - 1);
+            low = place + 1;
         }
     }
     return index;

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <limits>
 
-#include "base/numeric.h"
 #include "base/key_sort.h"
+#include "base/numeric.h"
 
 namespace orvex_cv_991 {
 

@@ -37,9 +37,9 @@ Labelling::Labelling(const Mat<unsigned char>& src, Isa isa, Runs runs) : nodes_
 }
 
 int Labelling::root(int label) {
-    while (nodes_[static_cast<size_t>(label)].parent != label) {
-        int& up = nodes_[static_cast<size_t>(label)].parent;
-        up = nodes_[static_cast<size_t>(up)].parent;
+    while (nodes_[label].parent != label) {
+        int& up = nodes_[label].parent;
+        up = nodes_[up].parent;
         label = up;
     }
     return label;
@@ -49,8 +49,8 @@ int Labelling::root(int label) {
 int Labelling::join(int a, int b) {
     a = root(a);
     b = root(b);
-    if (a < b) return nodes_[static_cast<size_t>(b)].parent = a;
-    return nodes_[static_cast<size_t>(a)].parent = b;
+    if (a < b) return nodes_[b].parent = a;
+    return nodes_[a].parent = b;
 }
 
 int Labelling::new_label(int row, int cols) {
@@ -73,7 +73,7 @@ void Labelling::scan_rows(const Mat<unsigned char>& src, Isa isa, Runs runs) {
             for (size_t next = a; above.run(next).begin < run.end; ++next)
                 if (above.labels[next] != label) label = join(label, above.labels[next]);
             current.labels[k] = label;
-            Node& node = nodes_[static_cast<size_t>(label)];
+            Node& node = nodes_[label];
             node.left = std::min(node.left, run.begin);
             node.right = std::max(node.right, run.end - 1);
             node.bottom = row;
@@ -94,11 +94,11 @@ void Labelling::number_components() {
         const Node from = nodes_[label];
         if (static_cast<size_t>(from.parent) == label) {
             component_[label] = ++components_;
-            nodes_[static_cast<size_t>(components_)] = from;
+            nodes_[components_] = from;
         } else {
-            const int component = component_[static_cast<size_t>(from.parent)];
+            const int component = component_[from.parent];
             component_[label] = component;
-            Node& to = nodes_[static_cast<size_t>(component)];
+            Node& to = nodes_[component];
             to.left = std::min(to.left, from.left);
             to.right = std::max(to.right, from.right);
             to.bottom = std::max(to.bottom, from.bottom);
@@ -109,7 +109,7 @@ void Labelling::number_components() {
 }
 
 Rect Labelling::rect(int label) const {
-    const Node& node = nodes_[static_cast<size_t>(label)];
+    const Node& node = nodes_[label];
     return Rect(node.left, node.top, wrap_sub(wrap_add(node.right, 1), node.left),
                 wrap_sub(wrap_add(node.bottom, 1), node.top));
 }

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "cv_geometry.h"
-#include "kernels/kernels.h"
 #include "cv_mat.h"
+#include "kernels/kernels.h"
 
 namespace orvex_cv_991 {
 
@@ -67,7 +67,7 @@ class Labelling {
 
     /// Bounding rectangle of component `label`, and its number of pixels.
     Rect rect(int label) const;
-    int pixels(int label) const { return nodes_[static_cast<size_t>(label)].pixels; }
+    int pixels(int label) const { return nodes_[label].pixels; }
 
     /// Calls visit(row, begin, end, label) for every run of foreground, rows downward, runs to the right.
     /// The runs must have been kept.
@@ -76,8 +76,7 @@ class Labelling {
         size_t k = 0;
         for (size_t row = 0; row < row_ends_.size(); ++row)
             for (; k < row_ends_[row]; ++k)
-                visit(static_cast<int>(row), runs_[k].begin, runs_[k].end,
-                      component_[static_cast<size_t>(runs_[k].label)]);
+                visit(static_cast<int>(row), runs_[k].begin, runs_[k].end, component_[runs_[k].label]);
     }
 
  private:

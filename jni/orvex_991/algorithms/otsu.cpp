@@ -2,13 +2,13 @@
 //
 #include "algorithms/otsu.h"
 
+#include "base/numeric.h"
 #include "util_math.h"
 
 namespace orvex_cv_991 {
 
 // All of it in single precision and in this order: for extreme proportions the rounding decides the level.
 int otsu_threshold(const uint32_t* counts, int n) {
-    constexpr float kEpsilon = 1.1920929e-7f;  // 2^-23, keeps an empty class from dividing by zero
     const float r = 1.0f / static_cast<float>(n);
     float p[256];
     float total_mean = 0.0f;
@@ -25,8 +25,9 @@ int otsu_threshold(const uint32_t* counts, int n) {
         dark_sum = static_cast<float>(k) * p[k] + dark_sum;
         dark_weight = dark_weight + p[k];
         const float bright_weight = 1.0f - dark_weight;
-        const float distance =
-            dark_sum / (dark_weight + kEpsilon) - (total_mean - dark_sum) / (bright_weight + kEpsilon);
+        // The epsilon keeps an empty class from dividing by zero.
+        const float distance = dark_sum / (dark_weight + kFloatEpsilon) -
+                               (total_mean - dark_sum) / (bright_weight + kFloatEpsilon);
         const float variance = orvex_991::pow(distance, 2) * (bright_weight * dark_weight);
         if (variance > best) {  // never for not-a-number, which an empty histogram gives throughout
             best = variance;

@@ -5,11 +5,13 @@
 #include <algorithm>
 #include <limits>
 
+#include "base/numeric.h"
+
 namespace orvex_cv_991 {
 
 void level_saliency_of(const uint32_t* counts, int64_t n, unsigned char* table) {
-    constexpr float kEpsilon = 1.1920929e-7f;  // 2^-23: nothing counted gives 0, not a division by zero
-    const float r = 1.0f / (static_cast<float>(n) + kEpsilon);
+    // Nothing counted gives shares of 0, not a division by zero.
+    const float r = 1.0f / (static_cast<float>(n) + kFloatEpsilon);
 
     // Every level's sum runs over ascending k in single precision; the levels are independent of each other,
     // so they stand side by side in vector lanes.
@@ -24,7 +26,7 @@ void level_saliency_of(const uint32_t* counts, int64_t n, unsigned char* table) 
     const float smallest =
         std::min(std::numeric_limits<float>::max(), *std::min_element(saliency, saliency + 256));
     const float largest = std::max(0.0f, *std::max_element(saliency, saliency + 256));
-    if (kEpsilon > largest - smallest) {
+    if (kFloatEpsilon > largest - smallest) {
         std::fill_n(table, 256, static_cast<unsigned char>(128));
         return;
     }

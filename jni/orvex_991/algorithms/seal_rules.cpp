@@ -39,26 +39,27 @@ bool is_near(const Rect& rect, const Rect& seal) {
 
 }  // namespace
 
-SealSelection select_seals(const orvex_991::vector<Rect>& rects, const std::vector<int>& pixels,
-                           const Size& image, bool relaxed) {
+SealSelection select_seals(const orvex_991::vector<Rect>& rects,
+                           const orvex_991::vector<orvex_991::vector<Point>>& pixels, const Size& image,
+                           bool relaxed) {
     const int n = rects.size;
     SealSelection selection;
     for (const float least_fill : {0.5f, 0.25f}) {
         selection.keep.assign(static_cast<size_t>(n), false);
         for (int k = 0; k < n; ++k) {
-            if (!is_accepted(rects[k], pixels[static_cast<size_t>(k)], image, relaxed, least_fill)) continue;
-            selection.keep[static_cast<size_t>(k)] = true;
+            if (!is_accepted(rects[k], pixels[k].size, image, relaxed, least_fill)) continue;
+            selection.keep[k] = true;
             selection.candidates.push_back(rects[k]);
         }
         if (!selection.candidates.empty()) break;
     }
-    const std::vector<Rect>& candidates = selection.candidates;
+    const Scratch<Rect>& candidates = selection.candidates;
     for (int k = 0; k < n; ++k) {
-        if (selection.keep[static_cast<size_t>(k)] || !may_be_rescued(rects[k])) continue;
+        if (selection.keep[k] || !may_be_rescued(rects[k])) continue;
         const auto near = std::find_if(candidates.begin(), candidates.end(),
                                        [&](const Rect& seal) { return is_near(rects[k], seal); });
         if (near == candidates.end()) continue;
-        selection.keep[static_cast<size_t>(k)] = true;
+        selection.keep[k] = true;
         selection.rescued.push_back({k, static_cast<int>(near - candidates.begin())});
     }
     return selection;

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "base/numeric.h"
 #include "base/key_sort.h"
+#include "base/numeric.h"
 
 namespace orvex_cv_991 {
 

@@ -2,10 +2,11 @@
 #ifndef ORVEX_991_BASE_BLOCK_H
 #define ORVEX_991_BASE_BLOCK_H
 
+#include <cstddef>
 #include <cstdint>
 
-#include "cv_mat.h"
 #include "base/numeric.h"
+#include "cv_mat.h"
 
 namespace orvex_cv_991 {
 
@@ -14,48 +15,43 @@ inline int wrapped_count(int rows, int cols, int channels) {
     return wrap_mul(wrap_mul(cols, rows), channels);
 }
 
+/// Elements that may be copied or filled: the block's own length, whatever the shape says about it.
+template <class T>
+std::size_t block_length(const Mat<T>& mat) {
+    const int n = wrapped_count(mat.rows, mat.cols, mat.channels);
+    return mat.data && n > 0 ? static_cast<std::size_t>(n) : 0;
+}
+
 /// mat_create without the fill, for outputs that are wholly overwritten: elements are indeterminate.
 /// @throws CException code 3 as mat_create
 template <class T>
 void create_unfilled(Mat<T>& mat, int rows, int cols, int channels);
 
-/// Elements in the block, or -1 when there is none or the true count is not the one that mat_create
-/// allocated.
+/// Mat::init for an output that is wholly written next, hence without the fill.
+/// @throws CException code 3 as mat_create, or when the true size of the shape is not the one allocated; the output
+///         then is zero
+template <class T>
+void init_output(Mat<T>& dst, int rows, int cols, int channels);
+
+/// Mat::init for an operation that initialises its output and then finds that it cannot read its source: the output
+/// takes its shape and is zero.
+/// @throws CException code 3, always
+template <class T>
+[[noreturn]] void init_output_then_throw(Mat<T>& dst, int rows, int cols, int channels);
+
+/// Elements in the block, or -1 when there is none or the true count is not the one that mat_create allocated.
 template <class T>
 int64_t held_elements(const Mat<T>& mat);
-
-/// Mat::init for an output that is wholly written next, hence without the fill.
-/// @param readable whether the operation can go on, which it also cannot when the output's true size is not
-/// the
-///        one allocated
-/// @throws CException code 3 if it cannot; the output then has its new shape and is zero
-template <class T>
-void init_output(Mat<T>& dst, int rows, int cols, int channels, bool readable);
 
 /// Gives the same answer for every way in which a matrix can be too small for the loop that follows.
 /// @throws CException code 3 unless the block of `mat` holds at least `n` elements
 template <class T>
-void require_elements(const Mat<T>& mat, int64_t n) {
-    if (held_elements(mat) < n) throw orvex_991::CException(3);
-}
+void require_elements(const Mat<T>& mat, int64_t n);
 
 /// rows * cols, once it is certain that so many elements can be read from the block.
 /// @throws CException code 3 otherwise
 template <class T>
-int require_pixels(const Mat<T>& mat) {
-    const int64_t n = static_cast<int64_t>(mat.rows) * mat.cols;
-    require_elements(mat, n > 0 ? n : 0);
-    return static_cast<int>(n);
-}
-
-extern template void create_unfilled(Mat<unsigned char>&, int, int, int);
-extern template void create_unfilled(Mat<float>&, int, int, int);
-extern template void create_unfilled(Mat<int>&, int, int, int);
-extern template void init_output(Mat<unsigned char>&, int, int, int, bool);
-extern template void init_output(Mat<int>&, int, int, int, bool);
-extern template int64_t held_elements(const Mat<unsigned char>&);
-extern template int64_t held_elements(const Mat<float>&);
-extern template int64_t held_elements(const Mat<int>&);
+int require_pixels(const Mat<T>& mat);
 
 }  // namespace orvex_cv_991
 

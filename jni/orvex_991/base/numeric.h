@@ -9,6 +9,10 @@
 
 namespace orvex_cv_991 {
 
+/// 2^-23, the distance from 1 to the next float. It keeps divisors that may be 0 from being 0, and is the least
+/// range of values that counts as one.
+constexpr float kFloatEpsilon = 1.1920929e-7f;
+
 // Signed 32-bit arithmetic that wraps. The conversion back to int is two's complement on every compiler we
 // use.
 inline int wrap_add(int a, int b) {

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <vector>
 
 #include "base/scratch.h"
 
@@ -28,7 +27,7 @@ template <class T, class Combine>
 class RowSpans {
  public:
     /// @param reach  one entry a level: how far back of the latest row the level's spans will be asked for
-    RowSpans(const std::vector<int>& reach, size_t width, T neutral, Combine combine)
+    RowSpans(const Scratch<int>& reach, size_t width, T neutral, Combine combine)
         : width_(width), combine_(combine) {
         for (size_t level = 0; level < reach.size(); ++level) {
             const bool is_highest = level + 1 == reach.size();
@@ -65,13 +64,13 @@ class RowSpans {
 
     const size_t width_;
     const Combine combine_;
-    std::vector<Ring> rings_;
+    Scratch<Ring> rings_;
     int64_t latest_ = -1;
 };
 
 /// Reach for windows of `length` rows made of two overlapping spans of the highest level that fits.
-inline std::vector<int> overlapping_reach(int length) {
-    std::vector<int> reach(static_cast<size_t>(floor_log2(length)) + 1, 0);
+inline Scratch<int> overlapping_reach(int length) {
+    Scratch<int> reach(static_cast<size_t>(floor_log2(length)) + 1, 0);
     reach.back() = length - (1 << floor_log2(length));
     return reach;
 }
