@@ -136,7 +136,8 @@ void CImgproc::bgr2hsv(const U8& src, U8& dst) {
     if (from.channels == 3)
         kernels::hsv_from_bgr(isa, from.data, dst.data, n);
     else
-        kernels::hsv_from_strided(isa, from.data, static_cast<ptrdiff_t>(bytes), from.channels, dst.data, n);
+        kernels::hsv_from_strided(isa, from.data, static_cast<ptrdiff_t>(bytes), std::max(from.channels, 3),
+                                  dst.data, n);
 }
 
 // ---- Statistics ----
@@ -161,7 +162,7 @@ void CImgproc::hist(const U8& src, vector<float>& h) {
     h.clear();
     ORVEX_CHECK(!src.empty());
     ORVEX_CHECK(1 == src.channels);
-    const int n = require_pixels(src);
+    const int n = require_counted_pixels(src);
     uint32_t counts[256];
     kernels::count_bytes(fastest_isa(), src.data, n, counts);
     const float scale = 1.0f / (static_cast<float>(n) + kFloatEpsilon);
@@ -172,7 +173,7 @@ void CImgproc::meanStdDev(const U8& src, float& mean, float& stddev) {
     mean = 0;
     stddev = 0;
     if (src.empty()) return;
-    const int n = require_pixels(src);
+    const int n = require_counted_pixels(src);
     // Sums of bytes and of their squares are integers below 2^53, exact in double in any order.
     uint64_t sum = 0, sum_of_squares = 0;
     kernels::sum_bytes(fastest_isa(), src.data, n, &sum, &sum_of_squares);
@@ -187,24 +188,23 @@ void CImgproc::meanStdDev(const U8& src, float& mean, float& stddev) {
 unsigned char CImgproc::minVal(const U8& src) {
     ORVEX_CHECK(!src.empty());
     ORVEX_CHECK(1 == src.channels);
-    require_pixels(src);
-    return src.data[0];
+    return require_counted_pixels(src) < 1 ? 255 : src.data[0];
 }
 
 unsigned char CImgproc::maxVal(const U8& src) {
     ORVEX_CHECK(!src.empty());
     ORVEX_CHECK(1 == src.channels);
-    require_pixels(src);
+    require_counted_pixels(src);
     return 255;
 }
 
 int CImgproc::countNonZero(const U8& src) {
-    const int n = require_pixels(src);
+    const int n = require_counted_pixels(src);
     return static_cast<int>(kernels::count_nonzero_bytes(fastest_isa(), src.data, n));
 }
 
 float CImgproc::countNonZeroRate(const U8& src) {
-    return static_cast<float>(countNonZero(src)) / static_cast<float>(wrapped_count(src.rows, src.cols, 1));
+    return static_cast<float>(countNonZero(src)) / static_cast<float>(require_counted_pixels(src));
 }
 
 // ---- Thresholds ----
@@ -214,7 +214,7 @@ int CImgproc::otsu(const U8& src) {
     // reported before the channels are looked at.
     if (wrapped_count(src.rows, src.cols, 1) < 0) throw CException(3);
     ORVEX_CHECK(1 == src.channels);
-    const int n = require_pixels(src);
+    const int n = require_counted_pixels(src);
     uint32_t counts[256];
     kernels::count_bytes(fastest_isa(), src.data, n, counts);
     return otsu_threshold(counts, n);
@@ -224,8 +224,8 @@ int CImgproc::otsu(const U8& src, const U8& mask) {
     ORVEX_CHECK(1 == src.channels);
     ORVEX_CHECK(src.rows == mask.rows);
     ORVEX_CHECK(src.cols == mask.cols);
-    const int n = require_pixels(src);
-    require_pixels(mask);
+    const int n = require_counted_pixels(src);
+    require_counted_pixels(mask);
     uint32_t counts[256];
     kernels::count_masked_bytes(fastest_isa(), src.data, mask.data, n, counts);
     uint32_t selected = 0;
@@ -252,9 +252,9 @@ void CImgproc::thresholdSeg(const U8& src, U8& dst, int threshold) {
 int CImgproc::threshold(const U8& src, U8& dst, int low_th, int high_th, int type, const U8& mask) {
     constexpr int kOtsu = 8;
     constexpr int kInvert = 1;
-    if (!(type & kOtsu)) throw CException(1, "only support otsu binary mode");
+    if (!(type & kOtsu)) throw CException(1, String::literal("only support otsu binary mode"));
     if (low_th != 0 || high_th != 255)
-        throw CException(1, "currently low_th must be 0  and high_th must be 255");
+        throw CException(1, String::literal("currently low_th must be 0  and high_th must be 255"));
     const bool invert = type & kInvert;
     if (mask.empty()) {
         const int t = otsu(src);
@@ -263,7 +263,8 @@ int CImgproc::threshold(const U8& src, U8& dst, int low_th, int high_th, int typ
         return t;
     }
     const int t = otsu(src, mask);
-    const int n = require_pixels(src);
+    const int n = require_counted_pixels(src);
+    if (n < 1) return t;
     require_elements(dst, n);
     kernels::threshold_masked_bytes(fastest_isa(), src.data, mask.data, dst.data, n, t, invert ? 255 : 0);
     return t;
@@ -275,6 +276,7 @@ void CImgproc::adaptiveThreshold(const U8& src, U8& dst, int block_size, double 
     float mean = 0, stddev = 0;
     meanStdDev(src, mean, stddev);
     const double offset = static_cast<double>(stddev) * std_ratio;
+    require_pixels(src);
     U8 out;
     if (src.rows < 0) {
         out = src;  // two negative extents: no rows to compare
@@ -417,9 +419,14 @@ void CImgproc::warpAffine(const U8& src, U8& dst, const Mat<float>& trans_matrix
     require_elements(trans_matrix, 6);
     Affine forward;
     std::copy_n(trans_matrix.data, 6, forward.m);
-    U8 out;
-    init_output(out, out_size.height, out_size.width, src.channels);
+    // An output of no pixels touches no memory, whatever its shape. Deliberate: linear is the only sampling there is
+    // (test: warp_with_any_other_interpolation_is_all_zero_and_leaves_the_mask).
     const bool samples = interp == INTERP_LINEAR && out_size.width > 0 && out_size.height > 0;
+    U8 out;
+    if (samples)
+        init_output(out, out_size.height, out_size.width, src.channels);
+    else
+        out.mat_create(out_size.height, out_size.width, src.channels, 0);
     if (interp == INTERP_LINEAR) {
         ORVEX_DEBUG_PREFIX();
         std::puts("linear");
@@ -430,8 +437,6 @@ void CImgproc::warpAffine(const U8& src, U8& dst, const Mat<float>& trans_matrix
         const U8 apart = mask == &src ? src.clone() : U8();
         warp_linear(mask == &src ? apart : src, out, inverse(forward), fastest_isa(),
                     mask ? mask->data : nullptr);
-    } else {
-        std::fill_n(out.data, block_length(out), static_cast<unsigned char>(0));
     }
     dst.swap(out);
     ORVEX_REPORT_TIME(clock, "warpaffine cost time: %fms\n");
@@ -724,7 +729,7 @@ RotatedRect CImgproc::minAreaRect(const U8& mat) {
     ORVEX_CHECK(!mat.empty());
     Clock clock;
     clock.start();
-    require_pixels(mat);
+    require_counted_pixels(mat);
     vector<Point> hull;
     convexHull(outline_points(mat, fastest_isa()), hull);
     RotatedRect rect = minAreaRect(hull);
@@ -848,7 +853,7 @@ void CImgproc::saliencyDetect(const U8& src, U8& dst, const U8& mask, vector<uns
     ORVEX_CHECK(!src.empty());
     ORVEX_CHECK(!mask.empty());
     if (src.rows != mask.rows || src.cols != mask.cols || src.channels != 1 || mask.channels != 1)
-        throw CException(1, "saliency detection input format error");
+        throw CException(1, String::literal("saliency detection input format error"));
     const auto detect = [&] {
         const U8 apart = &mask == &dst ? mask.clone() : U8();
         const U8& selection = &mask == &dst ? apart : mask;
@@ -869,7 +874,7 @@ void CImgproc::saliencyDetect(const U8& src, U8& dst, const U8& mask, vector<uns
         for (const unsigned char level : table) level_saliency.push_back(level);
         kernels::look_up_bytes(isa, src.data, table, dst.data, n);
     };
-    guarded(detect, "saliency detection algorithm error");
+    guarded(detect, String::literal("saliency detection algorithm error"));
 }
 
 void CImgproc::redColorDetect(const U8& src, U8& dst, bool relaxed) {
@@ -905,7 +910,7 @@ void CImgproc::redColorDetect(const U8& src, U8& dst, bool relaxed) {
     if (seals.candidates.empty()) {
         ORVEX_ERROR_PREFIX();
         std::puts("could not find any valid red circle");
-        throw CException(2, "could not find any valid red circle");
+        throw CException(2, String::literal("could not find any valid red circle"));
     }
     for (const SealRescue& rescue : seals.rescued) {
         ORVEX_DEBUG_PREFIX();

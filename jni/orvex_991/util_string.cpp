@@ -8,16 +8,24 @@ namespace orvex_991 {
 String::String(const char* text) {
     if (!text || !*text) return;
     const std::size_t bytes = std::strlen(text) + 1;
-    text_ = new char[bytes];
-    std::memcpy(text_, text, bytes);
+    char* const copy = new char[bytes];
+    std::memcpy(copy, text, bytes);
+    text_ = copy;
+    owned_ = true;
 }
 
-String::String(const String& other) : String(other.text_) {}
+String::String(const String& other) {
+    if (other.owned_)
+        *this = String(other.text_);
+    else
+        text_ = other.text_;
+}
 
-String::String(String&& other) noexcept : text_(std::exchange(other.text_, nullptr)) {}
+String::String(String&& other) noexcept
+    : text_(std::exchange(other.text_, "")), owned_(std::exchange(other.owned_, false)) {}
 
 String::~String() {
-    delete[] text_;
+    if (owned_) delete[] text_;
 }
 
 String& String::operator=(const String& other) {
@@ -27,11 +35,12 @@ String& String::operator=(const String& other) {
 
 String& String::operator=(String&& other) noexcept {
     std::swap(text_, other.text_);
+    std::swap(owned_, other.owned_);
     return *this;
 }
 
 int String::length() const {
-    return static_cast<int>(std::strlen(c_str()));
+    return static_cast<int>(std::strlen(text_));
 }
 
 bool operator==(const String& a, const String& b) {

@@ -1,11 +1,14 @@
 #ifndef ORVEX_991_UTIL_STRING_H
 #define ORVEX_991_UTIL_STRING_H
 
+#include <cstddef>
+
 namespace orvex_991 {
 
-/// Immutable-length, zero-terminated text that owns its bytes; carries the messages of CException.
+/// Immutable-length, zero-terminated text; carries the messages of CException.
 ///
-/// An empty String allocates nothing, so making, moving and destroying one never fails.
+/// A String owns a copy of its text, unless it was made by literal(). Neither an empty String nor a literal ever
+/// allocates: making, copying, moving and destroying them never fails.
 class String {
  public:
     String() = default;
@@ -17,14 +20,23 @@ class String {
     String& operator=(const String& other);
     String& operator=(String&& other) noexcept;
 
+    /// Refers to a text that stays for good, such as a string literal, instead of copying it.
+    template <std::size_t N>
+    static String literal(const char (&text)[N]) noexcept {
+        String string;
+        string.text_ = text;
+        return string;
+    }
+
     /// Never null; valid until the String changes or ends.
-    const char* c_str() const { return text_ ? text_ : ""; }
+    const char* c_str() const { return text_; }
     /// Bytes before the terminating zero.
     int length() const;
-    bool empty() const { return text_ == nullptr; }
+    bool empty() const { return *text_ == '\0'; }
 
  private:
-    char* text_ = nullptr;  // owned; null for the empty text
+    const char* text_ = "";
+    bool owned_ = false;
 };
 
 bool operator==(const String& a, const String& b);

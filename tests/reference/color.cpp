@@ -72,7 +72,7 @@ void bgr2hsv(Image<Byte> src, Image<Byte>& dst) {
     dst.need(0);
     for (int p = 0; p < src.rows * src.cols; ++p) {
         const auto byte = [&](int c) -> int {
-            const int64_t at = static_cast<int64_t>(p) * src.channels + c;
+            const int64_t at = static_cast<int64_t>(p) * std::max(src.channels, 3) + c;
             return at < static_cast<int64_t>(src.data.size()) ? src.data.at(static_cast<size_t>(at)) : 0;
         };
         const int b = byte(0), g = byte(1), r = byte(2);

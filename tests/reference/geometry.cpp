@@ -71,10 +71,11 @@ void warpAffine(Image<Byte> src, Image<Byte>& dst, const Image<float>& trans_mat
 
     Image<Byte> out;
     out.create(out_size.height, out_size.width, src.channels, 0);
-    out.need(0);
+    const bool writes = interp == 0 && out.rows > 0 && out.cols > 0;
+    if (writes) out.need(0);
     if (interp == 0) {
         print_line("linear");
-        if (out.rows > 0 && out.cols > 0) {
+        if (writes) {
             src.need(0);
             if (mask) mask->need(static_cast<int64_t>(out.rows) * out.cols);
         }

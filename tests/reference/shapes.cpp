@@ -77,9 +77,9 @@ RotatedRect minAreaRect(const List<Point>& points, const Calipers& calipers) {
 
 RotatedRect minAreaRect(const Image<Byte>& mat, const Calipers& calipers) {
     check(!mat.empty(), "!mat.empty()", "minAreaRect");
-    mat.flat();
+    const int n = mat.counted();
     std::vector<Point> foreground;
-    for (int y = 0; y < mat.rows; ++y)
+    for (int y = 0; n >= 1 && y < mat.rows; ++y)
         for (int x = 0; x < mat.cols; ++x)
             if (mat.data.at(static_cast<size_t>(y * mat.cols + x)) != 0) foreground.push_back({x, y});
     const size_t cols = static_cast<size_t>(std::max(mat.cols, 0));

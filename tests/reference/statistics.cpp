@@ -38,7 +38,7 @@ void hist(const Image<Byte>& src, List<float>& h) {
     h.clear();
     check(!src.empty(), "!src.empty()", "hist");
     check(1 == src.channels, "1 == src.channels", "hist");
-    const int n = src.flat();
+    const int n = src.counted();
     int64_t count[256] = {};
     for (int i = 0; i < n; ++i) ++count[src.data.at(static_cast<size_t>(i))];
     const float guarded = static_cast<float>(n) + 1.1920929e-7f;
@@ -50,7 +50,7 @@ void meanStdDev(const Image<Byte>& src, float& mean, float& stddev) {
     mean = 0;
     stddev = 0;
     if (src.rows == 0 || src.cols == 0) return;
-    const int n = src.flat();
+    const int n = src.counted();
     double sum = 0, sumsq = 0;
     for (int i = 0; i < n; ++i) {
         const float v = static_cast<float>(src.data.at(static_cast<size_t>(i)));
@@ -66,19 +66,19 @@ void meanStdDev(const Image<Byte>& src, float& mean, float& stddev) {
 Byte minVal(const Image<Byte>& src) {
     check(!src.empty(), "!src.empty()", "minVal");
     check(1 == src.channels, "1 == src.channels", "minVal");
-    src.flat();
+    if (src.counted() < 1) return 255;
     return std::min<Byte>(255, src.data.at(0));
 }
 
 Byte maxVal(const Image<Byte>& src) {
     check(!src.empty(), "!src.empty()", "maxVal");
     check(1 == src.channels, "1 == src.channels", "maxVal");
-    src.flat();
+    if (src.counted() < 1) return 255;
     return std::max<Byte>(255, src.data.at(0));
 }
 
 int countNonZero(const Image<Byte>& src) {
-    const int n = src.flat();
+    const int n = src.counted();
     int count = 0;
     for (int i = 0; i < n; ++i) count += src.data.at(static_cast<size_t>(i)) != 0;
     return count;
@@ -86,7 +86,7 @@ int countNonZero(const Image<Byte>& src) {
 
 float countNonZeroRate(const Image<Byte>& src) {
     const int count = countNonZero(src);
-    return static_cast<float>(count) / static_cast<float>(src.rows * src.cols);
+    return static_cast<float>(count) / static_cast<float>(src.counted());
 }
 
 void adaptiveThreshold(Image<Byte> src, Image<Byte>& dst, int block_size, double std_ratio, bool inverse) {
@@ -95,6 +95,7 @@ void adaptiveThreshold(Image<Byte> src, Image<Byte>& dst, int block_size, double
     float mean = 0, sigma = 0;
     meanStdDev(src, mean, sigma);
     const double b = static_cast<double>(sigma) * std_ratio;
+    src.flat();
     Image<Byte> out;
     out.create(src.rows, src.cols, 1, 0);
     out.data = src.data;

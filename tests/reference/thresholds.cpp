@@ -24,11 +24,11 @@ int otsu(const Image<Byte>& src, const Image<Byte>& mask) {
     check(1 == src.channels, "1 == src.channels", "otsu");
     check(src.rows == mask.rows, "src.rows == mask.rows", "otsu");
     check(src.cols == mask.cols, "src.cols == mask.cols", "otsu");
-    src.flat();
-    mask.flat();
+    const int n = src.counted();
+    mask.counted();
     int64_t count[256] = {};
     int selected = 0;
-    for (int i = 0; i < src.rows * src.cols; ++i) {
+    for (int i = 0; i < n; ++i) {
         if (mask.data.at(static_cast<size_t>(i)) == 0) continue;
         ++count[src.data.at(static_cast<size_t>(i))];
         ++selected;
@@ -85,8 +85,9 @@ int threshold(Image<Byte> src, Image<Byte>& dst, int low_th, int high_th, int ty
     const bool invert = (type & 1) != 0;
     if (mask.rows != 0 && mask.cols != 0) {
         const int t = otsu(src, mask);
-        dst.need(src.flat());
-        for (int i = 0; i < src.rows * src.cols; ++i) {
+        const int n = src.counted();
+        if (n >= 1) dst.need(n);
+        for (int i = 0; i < n; ++i) {
             const size_t at = static_cast<size_t>(i);
             if (mask.data.at(at) == 0)
                 dst.data.at(at) = 0;

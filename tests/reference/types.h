@@ -79,8 +79,18 @@ struct Image {
     /// The rows * cols that a flat loop runs over. An operation refuses a matrix whose true element count is
     /// not the one that was allocated, or whose block is shorter than its loop.
     int flat() const {
-        need(static_cast<int64_t>(rows) * cols);
-        return rows * cols;
+        const int64_t n = static_cast<int64_t>(rows) * cols;
+        need(n);
+        if (n < INT32_MIN) throw Failure{3, ""};
+        return static_cast<int>(n);
+    }
+
+    /// The same for a loop whose count wraps, as that of a block does. A product below 1 reads nothing, and then it
+    /// does not matter what the block holds.
+    int counted() const {
+        const int n = wrapping_product(rows, cols);
+        if (n >= 1) need(n);
+        return n;
     }
 
     bool sound() const {

@@ -106,11 +106,26 @@ TEST(Hsv, a_hue_just_below_red_reaches_180) {
     EXPECT_EQ(converted(CImgproc::bgr2hsv, 1, 0, 255)[0], 180);
 }
 
-TEST(Hsv, of_one_channel_reads_three_consecutive_bytes_and_zeros_beyond_the_end) {
+TEST(Hsv, of_one_channel_reads_pixels_three_bytes_apart_and_zeros_beyond_the_end) {
     U8 out;
-    CImgproc::bgr2hsv(image({{0, 0, 255}}), out);  // pixels (0,0,255), (0,255,-), (255,-,-)
+    CImgproc::bgr2hsv(image({{0, 0, 255, 0, 255}}), out);  // pixels (0,0,255), (0,255,-), three times (-,-,-)
+    EXPECT_EQ(std::vector<int>(out.data, out.data + 15),
+              (std::vector<int>{0, 255, 255, 60, 255, 255, 0, 0, 0, 0, 0, 0, 0, 0, 0}));
+}
+
+TEST(Hsv, of_two_channels_reads_pixels_three_bytes_apart) {
+    U8 out, two = filled(1, 3, 2, 0);
+    two.data[2] = two.data[3] = 255;  // pixels (0,0,255), (255,0,0), (-,-,-)
+    CImgproc::bgr2hsv(two, out);
     EXPECT_EQ(std::vector<int>(out.data, out.data + 9),
-              (std::vector<int>{0, 255, 255, 60, 255, 255, 120, 255, 255}));
+              (std::vector<int>{0, 255, 255, 120, 255, 255, 0, 0, 0}));
+}
+
+TEST(Hsv, of_four_channels_reads_pixels_four_bytes_apart) {
+    U8 out, four = filled(1, 2, 4, 9);
+    for (int k = 0; k < 3; ++k) four.data[k] = four.data[4 + k] = static_cast<unsigned char>(k < 2 ? 0 : 255);
+    CImgproc::bgr2hsv(four, out);
+    EXPECT_EQ(std::vector<int>(out.data, out.data + 6), (std::vector<int>{0, 255, 255, 0, 255, 255}));
 }
 
 TEST(Hsv, of_no_rows_only_initialises_the_output) {

@@ -2,6 +2,9 @@
 
 #include <cstdint>
 #include <vector>
+
+#include "base/block.h"
+
 namespace orvex_cv_991 {
 
 namespace {
@@ -35,7 +38,14 @@ class Side {
 
 orvex_991::vector<Point> outline_points(const Mat<unsigned char>& mask, Isa isa) {
     orvex_991::vector<Point> points;
-    if (mask.rows <= 0 || mask.cols <= 0) return points;
+    if (mask.cols <= 0) return points;
+    if (mask.rows < 0) {
+        // A column's foreground lies between the row that stands for none yet, mask.rows, and row 0.
+        for (const int row : {mask.rows, 0})
+            for (const int col : {0, mask.cols - 1}) points.push_back(Point(col, row));
+        return points;
+    }
+    if (wrapped_count(mask.rows, mask.cols, 1) < 1) return points;
     Side left(-1, mask.rows), right(1, mask.rows);
     for (int row = 0; row < mask.rows; ++row) {
         const unsigned char* const pixels = mask.data + static_cast<ptrdiff_t>(row) * mask.cols;

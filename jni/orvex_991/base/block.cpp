@@ -57,7 +57,16 @@ template <class T>
 int require_pixels(const Mat<T>& mat) {
     const int64_t n = static_cast<int64_t>(mat.rows) * mat.cols;
     require_elements(mat, std::max<int64_t>(n, 0));
+    // Without channels, a block of no elements may have a product that int does not hold.
+    if (n < std::numeric_limits<int>::min()) throw CException(3);
     return static_cast<int>(n);
+}
+
+template <class T>
+int require_counted_pixels(const Mat<T>& mat) {
+    const int n = wrapped_count(mat.rows, mat.cols, 1);
+    if (n >= 1) require_elements(mat, n);
+    return n;
 }
 
 template void create_unfilled(Mat<unsigned char>&, int, int, int);
@@ -71,5 +80,6 @@ template int64_t held_elements(const Mat<unsigned char>&);
 template void require_elements(const Mat<unsigned char>&, int64_t);
 template void require_elements(const Mat<float>&, int64_t);
 template int require_pixels(const Mat<unsigned char>&);
+template int require_counted_pixels(const Mat<unsigned char>&);
 
 }  // namespace orvex_cv_991

@@ -49,9 +49,15 @@ template <class T>
 void require_elements(const Mat<T>& mat, int64_t n);
 
 /// rows * cols, once it is certain that so many elements can be read from the block.
-/// @throws CException code 3 otherwise
+/// @throws CException code 3 otherwise, and for a shape that mat_create could not allocate
 template <class T>
 int require_pixels(const Mat<T>& mat);
+
+/// rows * cols for a loop that counts in wrapping 32 bits: with a product below 1 it reads nothing, so such a shape is
+/// as good as any, with or without a block.
+/// @throws CException code 3 when the product is 1 or more and so many elements cannot be read
+template <class T>
+int require_counted_pixels(const Mat<T>& mat);
 
 }  // namespace orvex_cv_991
 
