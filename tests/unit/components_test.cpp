@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "capture.h"
-#include "algorithms/component_order.h"
 #include "images.h"
 
 namespace testing_support {
@@ -213,57 +212,6 @@ TEST(Components, hundreds_of_thousands_come_out_in_both_orders) {
     EXPECT_EQ(equal.size(), 300000u);
     EXPECT_EQ(equal[0], (std::vector<int>{1597, 1499, 1, 1}));  // the exchange sort reverses equals
     EXPECT_EQ(rects_of(m, true)[0], (std::vector<int>{1, 1, 1, 1}));
-}
-
-// ---- The two orders against their step-by-step procedures ----
-
-std::vector<int> exchange_sorted(const std::vector<int>& areas) {
-    std::vector<int> order(areas.size());
-    for (size_t i = 0; i < order.size(); ++i) order[i] = static_cast<int>(i);
-    const int n = static_cast<int>(areas.size());
-    for (int i = 0; i < n - 1; ++i)
-        for (size_t j = 0; j + 1 < static_cast<size_t>(n - i); ++j)
-            if (!(areas[static_cast<size_t>(order[j + 1])] < areas[static_cast<size_t>(order[j])]))
-                std::swap(order[j], order[j + 1]);
-    return order;
-}
-
-std::vector<int> partition_sorted(const std::vector<int>& areas) {
-    vector<int> order;
-    for (int i = 0; i < static_cast<int>(areas.size()); ++i) order.push_back(i);
-    const auto larger = [&](int a, int b) {
-        return areas[static_cast<size_t>(a)] > areas[static_cast<size_t>(b)];
-    };
-    orvex_991::quick_partition(order, 0, order.size - 1, larger);
-    return std::vector<int>(order.data, order.data + order.size());
-}
-
-TEST(ComponentOrder, equals_the_procedures_on_every_small_input) {
-    for (int n = 0; n <= 7; ++n) {
-        int inputs = 1;
-        for (int k = 0; k < n; ++k) inputs *= 4;
-        for (int code = 0; code < inputs; ++code) {
-            std::vector<int> areas;
-            for (int k = 0, rest = code; k < n; ++k, rest /= 4) areas.push_back(rest % 4);
-            ASSERT_EQ(orvex_cv_991::exchange_order(areas), exchange_sorted(areas))
-                << "n " << n << " code " << code;
-            ASSERT_EQ(orvex_cv_991::partition_order(areas), partition_sorted(areas))
-                << "n " << n << " code " << code;
-        }
-    }
-}
-
-TEST(ComponentOrder, equals_the_procedures_on_random_inputs) {
-    Random random(41);
-    for (int round = 0; round < 20000; ++round) {
-        std::vector<int> areas(static_cast<size_t>(random.range(0, round % 100 ? 24 : 300)));
-        const int levels = random.pick({1, 2, 3, 8, 1000, INT32_MAX});
-        for (int& area : areas) area = random.range(levels == 1000 ? -1000 : 0, levels);
-        if (random.chance(10)) std::sort(areas.begin(), areas.end());
-        if (random.chance(10)) std::sort(areas.rbegin(), areas.rend());
-        ASSERT_EQ(orvex_cv_991::exchange_order(areas), exchange_sorted(areas)) << "round " << round;
-        ASSERT_EQ(orvex_cv_991::partition_order(areas), partition_sorted(areas)) << "round " << round;
-    }
 }
 
 // ---- Forest ----
