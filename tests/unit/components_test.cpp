@@ -9,7 +9,6 @@
 namespace testing_support {
 namespace {
 
-using orvex_991::CException;
 using orvex_991::vector;
 using orvex_cv_991::CImgproc;
 using orvex_cv_991::ForestJoin;
@@ -92,14 +91,7 @@ TEST(Labelling, a_checkerboard_has_one_component_a_pixel) {
 TEST(Labelling, a_join_beyond_the_forest_throws_code_4_and_leaves_the_labels_so_far) {
     Mat<int> dst;
     int num = -7;
-    printed_by([&] {
-        try {
-            CImgproc::bwlabel(image({{0, 255}, {255, 255}}), dst, num);
-            FAIL();
-        } catch (const CException& e) {
-            EXPECT_EQ(e.code, 4);
-        }
-    });
+    EXPECT_EQ(code_of([&] { CImgproc::bwlabel(image({{0, 255}, {255, 255}}), dst, num); }), 4);
     const int so_far[] = {0, 1, 2, 0};
     EXPECT_TRUE(std::equal(so_far, so_far + 4, dst.data));
     EXPECT_EQ(num, -7);
@@ -108,15 +100,11 @@ TEST(Labelling, a_join_beyond_the_forest_throws_code_4_and_leaves_the_labels_so_
 TEST(Components, a_join_beyond_the_forest_is_code_2_and_leaves_the_points_alone) {
     vector<Rect> rects(2);
     vector<vector<Point>> points(3);
-    printed_by([&] {
-        try {
-            CImgproc::connectdComponent(image({{0, 255}, {255, 255}}), rects, &points);
-            FAIL();
-        } catch (const CException& e) {
-            EXPECT_EQ(e.code, 2);
-            EXPECT_STREQ(e.message.c_str(), "");
-        }
+    const Result result = result_of([&] {
+        CImgproc::connectdComponent(image({{0, 255}, {255, 255}}), rects, &points);
     });
+    EXPECT_EQ(result.code, 2);
+    EXPECT_EQ(result.message, "");
     EXPECT_EQ(rects.size, 0);
     EXPECT_EQ(points.size, 3);
 }
@@ -163,15 +151,9 @@ TEST(Components, only_the_form_with_points_prints_its_timing_line) {
 
 TEST(Components, a_three_channel_image_is_code_2) {
     vector<Rect> rects(2);
-    const std::string printed = normalised(printed_by([&] {
-        try {
-            CImgproc::connectdComponent(filled(3, 3, 3, 9), rects, nullptr);
-            FAIL();
-        } catch (const CException& e) {
-            EXPECT_EQ(e.code, 2);
-        }
-    }));
-    EXPECT_EQ(printed,
+    const Result result = result_of([&] { CImgproc::connectdComponent(filled(3, 3, 3, 9), rects, nullptr); });
+    EXPECT_EQ(result.code, 2);
+    EXPECT_EQ(normalised(result.printed),
               "D cv_imgproc.cpp:#] [warn] input error 1 == src.channels \n"
               "[warn]file: jni/orvex_991/cv_imgproc.cpp, line: #, function: bwlabel\n\n");
     EXPECT_EQ(rects.size, 0);
@@ -231,14 +213,7 @@ TEST(Forest, the_smaller_root_wins_and_sets_are_numbered_by_root) {
 
 TEST(Forest, labels_outside_throw_code_4) {
     ForestJoin forest(2);
-    for (const int bad : {-1, 2}) {
-        try {
-            forest.Join(1, bad);
-            FAIL();
-        } catch (const CException& e) {
-            EXPECT_EQ(e.code, 4);
-        }
-    }
+    for (const int bad : {-1, 2}) EXPECT_EQ(code_of([&] { forest.Join(1, bad); }), 4);
     EXPECT_EQ(forest.GetRootId(1), 1);
 }
 
@@ -312,13 +287,9 @@ int code_of_rows(std::initializer_list<Rect> rects, int& bands) {
     vector<Rect> list;
     for (const Rect& rect : rects) list.push_back(rect);
     vector<vector<Rect>> rows(1);
-    try {
-        CImgproc::divideComponentsToRows(list, rows);
-        return 0;
-    } catch (const CException& e) {
-        bands = rows.size;
-        return e.code;
-    }
+    const int code = code_of([&] { CImgproc::divideComponentsToRows(list, rows); });
+    bands = rows.size;
+    return code;
 }
 
 TEST(Rows, a_rectangle_above_row_0_throws_code_4_and_leaves_no_rows) {
