@@ -1,5 +1,8 @@
 #include "color.h"
 
+#include <algorithm>
+#include <vector>
+
 #include "images.h"
 #include "outcome.h"
 
@@ -10,29 +13,30 @@ using orvex_cv_991::CImgproc;
 using reference::Byte;
 using reference::Image;
 
-void compare_gray(const U8& src, const U8& previous, bool in_place) {
-    U8 dst = in_place ? src : previous;
-    Image<Byte> expected = to_reference(dst);
-    const auto got = of_library([&] { CImgproc::bgr2gray(in_place ? dst : src, dst); }).with("dst", dst);
-    const auto want =
-        of_reference([&] { reference::bgr2gray(to_reference(src), expected); }).with("dst", expected);
-    ASSERT_TRUE(same(got, want)) << shape_of(src) << (in_place ? " in place" : "");
-}
+struct Conversion {
+    const char* name;
+    void (*library)(const U8&, U8&);
+    void (*plain)(Image<Byte>, Image<Byte>&);
+};
 
-void compare_hsv(const U8& src, const U8& previous, bool in_place) {
+constexpr Conversion kToGray{"bgr2gray", CImgproc::bgr2gray, reference::bgr2gray};
+constexpr Conversion kToHsv{"bgr2hsv", CImgproc::bgr2hsv, reference::bgr2hsv};
+
+void compare(const Conversion& conversion, const U8& src, const U8& previous, bool in_place) {
     U8 dst = in_place ? src : previous;
     Image<Byte> expected = to_reference(dst);
-    const auto got = of_library([&] { CImgproc::bgr2hsv(in_place ? dst : src, dst); }).with("dst", dst);
+    const auto got = of_library([&] { conversion.library(in_place ? dst : src, dst); }).with("dst", dst);
     const auto want =
-        of_reference([&] { reference::bgr2hsv(to_reference(src), expected); }).with("dst", expected);
-    ASSERT_TRUE(same(got, want)) << shape_of(src) << (in_place ? " in place" : "");
+        of_reference([&] { conversion.plain(to_reference(src), expected); }).with("dst", expected);
+    ASSERT_TRUE(same(got, want)) << conversion.name << " of " << shape_of(src)
+                                 << (in_place ? " in place" : "");
 }
 
 TEST(Differential, bgr2gray_equals_the_reference) {
     Random random(11);
     for (int round = 0; round < 1500; ++round) {
         const U8 src = any_image(random, random.pick({1, 3, 3, 3, 3, 2, 4}));
-        compare_gray(src, any_previous(random), random.chance(30));
+        compare(kToGray, src, any_previous(random), random.chance(30));
     }
 }
 
@@ -40,16 +44,15 @@ TEST(Differential, bgr2hsv_equals_the_reference) {
     Random random(12);
     for (int round = 0; round < 1500; ++round) {
         const U8 src = any_image(random, random.pick({3, 3, 3, 3, 1, 2, 4}));
-        compare_hsv(src, any_previous(random), random.chance(30));
+        compare(kToHsv, src, any_previous(random), random.chance(30));
     }
 }
 
 TEST(Differential, conversions_of_odd_matrices_equal_the_reference) {
     for (const U8& src : odd_matrices()) {
-        for (const bool in_place : {false, true}) {
-            compare_gray(src, filled(2, 2, 2, 3), in_place);
-            compare_hsv(src, filled(2, 2, 2, 3), in_place);
-        }
+        for (const bool in_place : {false, true})
+            for (const Conversion& conversion : {kToGray, kToHsv})
+                compare(conversion, src, filled(2, 2, 2, 3), in_place);
     }
 }
 

@@ -1,5 +1,9 @@
 #include "morphology.h"
 
+#include <algorithm>
+#include <functional>
+#include <iterator>
+
 #include "images.h"
 #include "outcome.h"
 
@@ -12,59 +16,47 @@ using orvex_cv_991::Size;
 using reference::Byte;
 using reference::Image;
 
-constexpr int kOperations = 8;  // four binary ones, three gray ones, and the dispatcher
+struct Operation {
+    const char* name;
+    std::function<void(const U8&, U8&, const Size&, int type)> library;
+    std::function<void(const Image<Byte>&, Image<Byte>&, const reference::Size&, int type)> plain;
+};
 
-void library(int operation, const U8& src, U8& dst, const Size& size, int type) {
-    switch (operation) {
-        case 0:
-            return CImgproc::dilateBinary(src, dst, size);
-        case 1:
-            return CImgproc::erodeBinary(src, dst, size);
-        case 2:
-            return CImgproc::openBinary(src, dst, size);
-        case 3:
-            return CImgproc::closeBinary(src, dst, size);
-        case 4:
-            return CImgproc::dilateGray(src, dst, size);
-        case 5:
-            return CImgproc::erodeGray(src, dst, size);
-        case 6:
-            return CImgproc::morphGradient(src, dst, size);
-        default:
-            return CImgproc::morphologyBinary(src, dst, size, static_cast<MORPH_TYPE>(type));
-    }
+Operation without_type(const char* name, void (*library)(const U8&, U8&, const Size&),
+                       void (*plain)(Image<Byte>, Image<Byte>&, reference::Size)) {
+    return {name, [=](const U8& src, U8& dst, const Size& size, int) { library(src, dst, size); },
+            [=](const Image<Byte>& src, Image<Byte>& dst, const reference::Size& size, int) {
+                plain(src, dst, size);
+            }};
 }
 
-void plain(int operation, const Image<Byte>& src, Image<Byte>& dst, const Size& size, int type) {
-    const reference::Size window{size.width, size.height};
-    switch (operation) {
-        case 0:
-            return reference::dilateBinary(src, dst, window);
-        case 1:
-            return reference::erodeBinary(src, dst, window);
-        case 2:
-            return reference::openBinary(src, dst, window);
-        case 3:
-            return reference::closeBinary(src, dst, window);
-        case 4:
-            return reference::dilateGray(src, dst, window);
-        case 5:
-            return reference::erodeGray(src, dst, window);
-        case 6:
-            return reference::morphGradient(src, dst, window);
-        default:
-            return reference::morphologyBinary(src, dst, window, type);
-    }
-}
+const Operation kOperations[] = {
+    without_type("dilateBinary", CImgproc::dilateBinary, reference::dilateBinary),
+    without_type("erodeBinary", CImgproc::erodeBinary, reference::erodeBinary),
+    without_type("openBinary", CImgproc::openBinary, reference::openBinary),
+    without_type("closeBinary", CImgproc::closeBinary, reference::closeBinary),
+    without_type("dilateGray", CImgproc::dilateGray, reference::dilateGray),
+    without_type("erodeGray", CImgproc::erodeGray, reference::erodeGray),
+    without_type("morphGradient", CImgproc::morphGradient, reference::morphGradient),
+    {"morphologyBinary",
+     [](const U8& src, U8& dst, const Size& size, int type) {
+         CImgproc::morphologyBinary(src, dst, size, static_cast<MORPH_TYPE>(type));
+     },
+     reference::morphologyBinary},
+};
+constexpr int kLast = static_cast<int>(std::size(kOperations)) - 1;  // the one that looks at the type
 
-void compare(int operation, const U8& src, const U8& previous, bool in_place, const Size& size, int type) {
+void compare(const Operation& operation, const U8& src, const U8& previous, bool in_place, const Size& size,
+             int type) {
     U8 dst = in_place ? src : previous;
     Image<Byte> expected = to_reference(dst);
-    auto got = of_library([&] { library(operation, in_place ? dst : src, dst, size, type); });
-    auto want = of_reference([&] { plain(operation, to_reference(src), expected, size, type); });
+    auto got = of_library([&] { operation.library(in_place ? dst : src, dst, size, type); });
+    auto want = of_reference([&] {
+        operation.plain(to_reference(src), expected, {size.width, size.height}, type);
+    });
     ASSERT_TRUE(same(got.with("dst", dst), want.with("dst", expected)))
-        << "operation " << operation << " type " << type << " on " << shape_of(src) << " window "
-        << size.height << " x " << size.width;
+        << operation.name << " type " << type << " on " << shape_of(src) << " window " << size.height << " x "
+        << size.width;
 }
 
 TEST(Differential, morphology_equals_the_reference) {
@@ -75,7 +67,7 @@ TEST(Differential, morphology_equals_the_reference) {
                   random.range(1, random.chance(70) ? 7 : src.rows));
         if (random.chance(3)) size = Size(random.range(-1, 1), random.range(-1, 1));
         if (random.chance(4)) size = Size(src.cols, src.rows);
-        compare(random.range(0, kOperations - 1), src, any_previous(random), random.chance(25), size,
+        compare(kOperations[random.range(0, kLast)], src, any_previous(random), random.chance(25), size,
                 random.range(-1, 4));
         if (HasFatalFailure()) FAIL() << "round " << round;
     }
@@ -88,7 +80,7 @@ TEST(Differential, morphology_across_words_equals_the_reference) {
         const U8 src = content(random, random.range(1, 9), random.range(60, 300), 1, Content::kSparse);
         const int width = random.chance(50) ? random.pick({31, 32, 33, 62, 63, 64, 65, 66, 127, 128, 129})
                                             : random.range(1, src.cols);
-        compare(random.range(0, 6), src, U8(), false,
+        compare(kOperations[random.range(0, kLast - 1)], src, U8(), false,
                 Size(std::min(width, src.cols), random.range(1, src.rows)), 0);
         if (HasFatalFailure()) FAIL() << "round " << round;
     }
@@ -96,7 +88,7 @@ TEST(Differential, morphology_across_words_equals_the_reference) {
 
 TEST(Differential, morphology_of_odd_matrices_equals_the_reference) {
     for (const U8& src : odd_matrices())
-        for (int operation = 0; operation < kOperations; ++operation)
+        for (const Operation& operation : kOperations)
             for (const int type : {0, 1, 2, 3, 9})
                 for (const bool in_place : {false, true})
                     compare(operation, src, filled(2, 2, 2, 3), in_place, Size(1, 1), type);

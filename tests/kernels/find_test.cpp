@@ -14,7 +14,8 @@ void for_every_place(uint64_t seed, Expect expect) {
     for_every_case([&](Isa isa, size_t n, size_t offset) {
         Input<uint8_t> bytes(random, n, offset, Values::kLowest);
         ASSERT_NO_FATAL_FAILURE(expect(isa, bytes, n, n, n));
-        for (size_t at = 0; at<n; at += n> 130 ? 13 : 1) {
+        const size_t step = n > 130 ? 13 : 1;
+        for (size_t at = 0; at < n; at += step) {
             const size_t other =
                 static_cast<size_t>(random.range(static_cast<int>(at), static_cast<int>(n) - 1));
             bytes[at] = random.pick<uint8_t>({1, 128, 255});

@@ -1,4 +1,4 @@
-// Kernels that combine whole rows element by element.
+// Kernels that widen whole rows or combine them element by element.
 #include <algorithm>
 #include <vector>
 
@@ -69,6 +69,53 @@ TEST(Kernels, add_words16) {
     Random random(75);
     expect_combined<uint16_t>(random, kernels::add_words16,
                               [](uint16_t a, uint16_t b) { return (a + b) % 65536; });
+}
+
+TEST(Kernels, widen_bytes16) {
+    Random random(101);
+    for (const Values values : kEveryValues) {
+        for_every_case([&](Isa isa, size_t n, size_t offset) {
+            Input<uint8_t> bytes(random, n, offset, values);
+            Output<uint16_t> out(random, n, offset);
+            kernels::widen_bytes16(isa, bytes.data(), out.data(), static_cast<ptrdiff_t>(n));
+            for (size_t i = 0; i < n; ++i) ASSERT_EQ(out[i], bytes[i]);
+            ASSERT_TRUE(out.guards_hold());
+        });
+    }
+}
+
+TEST(Kernels, sum_rows16) {
+    Random random(102);
+    for (const size_t count : {1, 2, 3, 8, 255}) {
+        for (const Values values : kEveryValues) {
+            for_every_case_of(count > 8 ? std::vector<size_t>{1, 7, 8, 33} : every_width(),
+                              [&](Isa isa, size_t n, size_t offset) {
+                                  const SumRows rows(random, count, n, offset, values,
+                                                     static_cast<uint16_t>(65535 / count));
+                                  Output<uint16_t> out(random, n, offset);
+                                  kernels::sum_rows16(isa, rows.pointers(), rows.count(), out.data(),
+                                                      static_cast<ptrdiff_t>(n));
+                                  for (size_t i = 0; i < n; ++i) ASSERT_EQ(out[i], rows.sum(i));
+                                  ASSERT_TRUE(out.guards_hold());
+                              });
+        }
+    }
+}
+
+TEST(Kernels, sum_rows32) {
+    Random random(103);
+    for (const size_t count : {1, 2, 3, 8}) {
+        for (const Values values : kEveryValues) {
+            for_every_case([&](Isa isa, size_t n, size_t offset) {
+                const SumRows rows(random, count, n, offset, values, 65535);
+                Output<uint32_t> out(random, n, offset);
+                kernels::sum_rows32(isa, rows.pointers(), rows.count(), out.data(),
+                                    static_cast<ptrdiff_t>(n));
+                for (size_t i = 0; i < n; ++i) ASSERT_EQ(out[i], static_cast<uint32_t>(rows.sum(i)));
+                ASSERT_TRUE(out.guards_hold());
+            });
+        }
+    }
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "coordinate.h"
 #include "kernel_case.h"
 
 namespace testing_support {
@@ -12,6 +13,26 @@ using orvex_cv_991::Isa;
 
 int any_weight(Random& random) {
     return random.chance(30) ? random.pick({0, 1, 1024, 2047, 2048}) : random.range(0, 2048);
+}
+
+TEST(Kernels, sample_columns) {
+    Random random(113);
+    for (const size_t cols : {2, 3, 50, 4000}) {
+        for_every_case([&](Isa isa, size_t n, size_t offset) {
+            const size_t first = any_first(random);
+            const Coordinate x_at = any_coordinate_inside(random, cols, first, n);
+            Output<int32_t> left(random, n, offset);
+            Output<int16_t> weight(random, n, offset);
+            kernels::sample_columns(isa, x_at, static_cast<int>(first), left.data(), weight.data(),
+                                    static_cast<int>(n));
+            for (size_t k = 0; k < n; ++k) {
+                const float x = x_at.at(first + k);
+                ASSERT_EQ(left[k], static_cast<int>(std::floor(x)));
+                ASSERT_EQ(weight[k], weight_q11(x));
+            }
+            ASSERT_TRUE(left.guards_hold() && weight.guards_hold());
+        });
+    }
 }
 
 TEST(Kernels, stretch_row) {

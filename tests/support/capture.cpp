@@ -5,6 +5,8 @@
 #include <cctype>
 #include <stdexcept>
 
+#include "util_exception.h"
+
 namespace testing_support {
 
 namespace {
@@ -55,6 +57,23 @@ std::string printed_by(const std::function<void()>& run) {
     Capture capture;
     run();
     return capture.finish();
+}
+
+Result result_of(const std::function<void()>& run) {
+    Result result;
+    result.printed = printed_by([&] {
+        try {
+            run();
+        } catch (const orvex_991::CException& e) {
+            result.code = e.code;
+            result.message = e.message.c_str();
+        }
+    });
+    return result;
+}
+
+int code_of(const std::function<void()>& run) {
+    return result_of(run).code;
 }
 
 std::string normalised(const std::string& printed) {

@@ -5,8 +5,6 @@
 #include <functional>
 #include <string>
 
-#include "util_exception.h"
-
 namespace testing_support {
 
 /// What `run` wrote to standard output (file descriptor 1), passing on whatever it throws.
@@ -26,19 +24,18 @@ class Capture {
 
 std::string printed_by(const std::function<void()>& run);
 
-/// The code that `run` throws, 0 when it throws nothing; what it prints is dropped.
-template <class Run>
-int code_of(Run run) {
+/// What a call of the library did: the code and the message that it threw, 0 and nothing when it threw
+/// nothing, and what it printed, as it stands.
+struct Result {
     int code = 0;
-    printed_by([&] {
-        try {
-            run();
-        } catch (const orvex_991::CException& e) {
-            code = e.code;
-        }
-    });
-    return code;
-}
+    std::string message;
+    std::string printed;
+};
+
+Result result_of(const std::function<void()>& run);
+
+/// The code alone.
+int code_of(const std::function<void()>& run);
 
 /// The text with '#' for line numbers and for the milliseconds of timing lines, and with source paths cut
 /// down to the part from "jni/" on.

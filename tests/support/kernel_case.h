@@ -8,8 +8,8 @@
 #include <limits>
 #include <vector>
 
-#include "kernels/kernels.h"
 #include "images.h"
+#include "kernels/kernels.h"
 
 namespace testing_support {
 
@@ -41,6 +41,31 @@ class Input {
  private:
     size_t offset_;
     std::vector<T> block_;
+};
+
+/// Rows of 16-bit elements, each in a block of its own, none above `most`.
+class SumRows {
+ public:
+    SumRows(Random& random, size_t count, size_t n, size_t offset, Values values, uint16_t most) {
+        for (size_t k = 0; k < count; ++k) {
+            rows_.emplace_back(random, n, (offset + k) % 8, values);
+            for (size_t i = 0; i < n; ++i)
+                rows_[k][i] =
+                    static_cast<uint16_t>(values == Values::kHighest ? most : rows_[k][i] % (most + 1));
+        }
+        for (Input<uint16_t>& row : rows_) pointers_.push_back(row.data());
+    }
+    const uint16_t* const* pointers() const { return pointers_.data(); }
+    int count() const { return static_cast<int>(pointers_.size()); }
+    int32_t sum(size_t i) const {
+        int32_t sum = 0;
+        for (const uint16_t* const row : pointers_) sum += row[i];
+        return sum;
+    }
+
+ private:
+    std::vector<Input<uint16_t>> rows_;
+    std::vector<const uint16_t*> pointers_;
 };
 
 /// Room to write, between guards that a stray write would change.

@@ -4,13 +4,11 @@
 #include <vector>
 
 #include "capture.h"
-#include "algorithms/component_order.h"
 #include "images.h"
 
 namespace testing_support {
 namespace {
 
-using orvex_991::CException;
 using orvex_991::vector;
 using orvex_cv_991::CImgproc;
 using orvex_cv_991::ForestJoin;
@@ -93,14 +91,7 @@ TEST(Labelling, a_checkerboard_has_one_component_a_pixel) {
 TEST(Labelling, a_join_beyond_the_forest_throws_code_4_and_leaves_the_labels_so_far) {
     Mat<int> dst;
     int num = -7;
-    printed_by([&] {
-        try {
-            CImgproc::bwlabel(image({{0, 255}, {255, 255}}), dst, num);
-            FAIL();
-        } catch (const CException& e) {
-            EXPECT_EQ(e.code, 4);
-        }
-    });
+    EXPECT_EQ(code_of([&] { CImgproc::bwlabel(image({{0, 255}, {255, 255}}), dst, num); }), 4);
     const int so_far[] = {0, 1, 2, 0};
     EXPECT_TRUE(std::equal(so_far, so_far + 4, dst.data));
     EXPECT_EQ(num, -7);
@@ -109,15 +100,11 @@ TEST(Labelling, a_join_beyond_the_forest_throws_code_4_and_leaves_the_labels_so_
 TEST(Components, a_join_beyond_the_forest_is_code_2_and_leaves_the_points_alone) {
     vector<Rect> rects(2);
     vector<vector<Point>> points(3);
-    printed_by([&] {
-        try {
-            CImgproc::connectdComponent(image({{0, 255}, {255, 255}}), rects, &points);
-            FAIL();
-        } catch (const CException& e) {
-            EXPECT_EQ(e.code, 2);
-            EXPECT_STREQ(e.message.c_str(), "");
-        }
+    const Result result = result_of([&] {
+        CImgproc::connectdComponent(image({{0, 255}, {255, 255}}), rects, &points);
     });
+    EXPECT_EQ(result.code, 2);
+    EXPECT_EQ(result.message, "");
     EXPECT_EQ(rects.size, 0);
     EXPECT_EQ(points.size, 3);
 }
@@ -164,15 +151,9 @@ TEST(Components, only_the_form_with_points_prints_its_timing_line) {
 
 TEST(Components, a_three_channel_image_is_code_2) {
     vector<Rect> rects(2);
-    const std::string printed = normalised(printed_by([&] {
-        try {
-            CImgproc::connectdComponent(filled(3, 3, 3, 9), rects, nullptr);
-            FAIL();
-        } catch (const CException& e) {
-            EXPECT_EQ(e.code, 2);
-        }
-    }));
-    EXPECT_EQ(printed,
+    const Result result = result_of([&] { CImgproc::connectdComponent(filled(3, 3, 3, 9), rects, nullptr); });
+    EXPECT_EQ(result.code, 2);
+    EXPECT_EQ(normalised(result.printed),
               "D cv_imgproc.cpp:#] [warn] input error 1 == src.channels \n"
               "[warn]file: jni/orvex_991/cv_imgproc.cpp, line: #, function: bwlabel\n\n");
     EXPECT_EQ(rects.size, 0);
@@ -215,57 +196,6 @@ TEST(Components, hundreds_of_thousands_come_out_in_both_orders) {
     EXPECT_EQ(rects_of(m, true)[0], (std::vector<int>{1, 1, 1, 1}));
 }
 
-// ---- The two orders against their step-by-step procedures ----
-
-std::vector<int> exchange_sorted(const std::vector<int>& areas) {
-    std::vector<int> order(areas.size());
-    for (size_t i = 0; i < order.size(); ++i) order[i] = static_cast<int>(i);
-    const int n = static_cast<int>(areas.size());
-    for (int i = 0; i < n - 1; ++i)
-        for (size_t j = 0; j + 1 < static_cast<size_t>(n - i); ++j)
-            if (!(areas[static_cast<size_t>(order[j + 1])] < areas[static_cast<size_t>(order[j])]))
-                std::swap(order[j], order[j + 1]);
-    return order;
-}
-
-std::vector<int> partition_sorted(const std::vector<int>& areas) {
-    vector<int> order;
-    for (int i = 0; i < static_cast<int>(areas.size()); ++i) order.push_back(i);
-    const auto larger = [&](int a, int b) {
-        return areas[static_cast<size_t>(a)] > areas[static_cast<size_t>(b)];
-    };
-    orvex_991::quick_partition(order, 0, order.size - 1, larger);
-    return std::vector<int>(order.data, order.data + order.size());
-}
-
-TEST(ComponentOrder, equals_the_procedures_on_every_small_input) {
-    for (int n = 0; n <= 7; ++n) {
-        int inputs = 1;
-        for (int k = 0; k < n; ++k) inputs *= 4;
-        for (int code = 0; code < inputs; ++code) {
-            std::vector<int> areas;
-            for (int k = 0, rest = code; k < n; ++k, rest /= 4) areas.push_back(rest % 4);
-            ASSERT_EQ(orvex_cv_991::exchange_order(areas), exchange_sorted(areas))
-                << "n " << n << " code " << code;
-            ASSERT_EQ(orvex_cv_991::partition_order(areas), partition_sorted(areas))
-                << "n " << n << " code " << code;
-        }
-    }
-}
-
-TEST(ComponentOrder, equals_the_procedures_on_random_inputs) {
-    Random random(41);
-    for (int round = 0; round < 20000; ++round) {
-        std::vector<int> areas(static_cast<size_t>(random.range(0, round % 100 ? 24 : 300)));
-        const int levels = random.pick({1, 2, 3, 8, 1000, INT32_MAX});
-        for (int& area : areas) area = random.range(levels == 1000 ? -1000 : 0, levels);
-        if (random.chance(10)) std::sort(areas.begin(), areas.end());
-        if (random.chance(10)) std::sort(areas.rbegin(), areas.rend());
-        ASSERT_EQ(orvex_cv_991::exchange_order(areas), exchange_sorted(areas)) << "round " << round;
-        ASSERT_EQ(orvex_cv_991::partition_order(areas), partition_sorted(areas)) << "round " << round;
-    }
-}
-
 // ---- Forest ----
 
 TEST(Forest, the_smaller_root_wins_and_sets_are_numbered_by_root) {
@@ -283,14 +213,7 @@ TEST(Forest, the_smaller_root_wins_and_sets_are_numbered_by_root) {
 
 TEST(Forest, labels_outside_throw_code_4) {
     ForestJoin forest(2);
-    for (const int bad : {-1, 2}) {
-        try {
-            forest.Join(1, bad);
-            FAIL();
-        } catch (const CException& e) {
-            EXPECT_EQ(e.code, 4);
-        }
-    }
+    for (const int bad : {-1, 2}) EXPECT_EQ(code_of([&] { forest.Join(1, bad); }), 4);
     EXPECT_EQ(forest.GetRootId(1), 1);
 }
 
@@ -364,13 +287,9 @@ int code_of_rows(std::initializer_list<Rect> rects, int& bands) {
     vector<Rect> list;
     for (const Rect& rect : rects) list.push_back(rect);
     vector<vector<Rect>> rows(1);
-    try {
-        CImgproc::divideComponentsToRows(list, rows);
-        return 0;
-    } catch (const CException& e) {
-        bands = rows.size;
-        return e.code;
-    }
+    const int code = code_of([&] { CImgproc::divideComponentsToRows(list, rows); });
+    bands = rows.size;
+    return code;
 }
 
 TEST(Rows, a_rectangle_above_row_0_throws_code_4_and_leaves_no_rows) {

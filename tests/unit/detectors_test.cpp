@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <string>
+#include <utility>
 
 #include "capture.h"
 #include "images.h"
@@ -9,7 +11,6 @@
 namespace testing_support {
 namespace {
 
-using orvex_991::CException;
 using orvex_991::vector;
 using orvex_cv_991::CImgproc;
 
@@ -56,38 +57,24 @@ TEST(Saliency, the_mask_may_be_the_destination) {
 TEST(Saliency, three_channels_are_refused_with_a_message_and_without_a_line) {
     U8 dst;
     vector<unsigned char> levels;
-    EXPECT_EQ(printed_by([&] {
-                  try {
-                      CImgproc::saliencyDetect(filled(2, 2, 3, 0), dst, filled(2, 2, 1, 1), levels);
-                      FAIL();
-                  } catch (const CException& e) {
-                      EXPECT_EQ(e.code, 1);
-                      EXPECT_STREQ(e.message.c_str(), "saliency detection input format error");
-                  }
-              }),
-              "");
+    const Result result =
+        result_of([&] { CImgproc::saliencyDetect(filled(2, 2, 3, 0), dst, filled(2, 2, 1, 1), levels); });
+    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.message, "saliency detection input format error");
+    EXPECT_EQ(result.printed, "");
 }
 
 // ---- Red seals ----
 
-struct Detection {
-    int code = 0;
-    std::string message;
-    std::string printed;
+struct Detection : Result {
     U8 mask;
 };
 
 Detection detect(const U8& photo, bool relaxed = false) {
-    Detection result;
-    result.printed = normalised(printed_by([&] {
-        try {
-            CImgproc::redColorDetect(photo, result.mask, relaxed);
-        } catch (const CException& e) {
-            result.code = e.code;
-            result.message = e.message.c_str();
-        }
-    }));
-    return result;
+    U8 mask;
+    Result result = result_of([&] { CImgproc::redColorDetect(photo, mask, relaxed); });
+    result.printed = normalised(result.printed);
+    return {std::move(result), std::move(mask)};
 }
 
 bool on(const Detection& detection, int row, int col) {

@@ -1,4 +1,4 @@
-// Kernels that look at single bytes: counting, thresholds, packing.
+// Kernels that compare bytes with one level.
 #include <algorithm>
 #include <vector>
 
@@ -9,42 +9,6 @@ namespace {
 
 namespace kernels = orvex_cv_991::kernels;
 using orvex_cv_991::Isa;
-
-TEST(Kernels, count_bytes) {
-    Random random(61);
-    for_every_case([&](Isa isa, size_t n, size_t offset) {
-        Input<uint8_t> bytes(random, n, offset);
-        if (n % 3 == 0) std::fill_n(bytes.data(), n, uint8_t{77});
-        std::vector<uint32_t> counts(256, 9), expected(256, 0);
-        kernels::count_bytes(isa, bytes.data(), static_cast<ptrdiff_t>(n), counts.data());
-        for (size_t i = 0; i < n; ++i) ++expected[bytes[i]];
-        ASSERT_EQ(counts, expected);
-    });
-}
-
-// More of one value than any narrow counter holds.
-TEST(Kernels, count_bytes_of_many_equal_bytes) {
-    const std::vector<uint8_t> bytes(300001, 200);
-    for (const Isa isa : every_isa()) {
-        std::vector<uint32_t> counts(256), masked(256);
-        kernels::count_bytes(isa, bytes.data(), 300001, counts.data());
-        kernels::count_masked_bytes(isa, bytes.data(), bytes.data(), 300001, masked.data());
-        EXPECT_EQ(counts[200], 300001u);
-        EXPECT_EQ(counts, masked);
-    }
-}
-
-TEST(Kernels, count_masked_bytes) {
-    Random random(62);
-    for_every_case([&](Isa isa, size_t n, size_t offset) {
-        Input<uint8_t> bytes(random, n, offset), mask(random, n, offset);
-        for (size_t i = 0; i < n; ++i) mask[i] = random.pick({0, 0, 1, 128, 255});
-        std::vector<uint32_t> counts(256, 9), expected(256, 0);
-        kernels::count_masked_bytes(isa, bytes.data(), mask.data(), static_cast<ptrdiff_t>(n), counts.data());
-        for (size_t i = 0; i < n; ++i) expected[bytes[i]] += mask[i] != 0;
-        ASSERT_EQ(counts, expected);
-    });
-}
 
 TEST(Kernels, threshold_bytes) {
     Random random(63);
@@ -91,20 +55,6 @@ TEST(Kernels, threshold_masked_bytes) {
             });
         }
     }
-}
-
-TEST(Kernels, pack_nonzero) {
-    Random random(65);
-    for_every_case([&](Isa isa, size_t n, size_t offset) {
-        Input<uint8_t> bytes(random, n, offset);
-        for (size_t i = 0; i < n; ++i) bytes[i] = random.pick({0, 0, 0, 1, 127, 128, 255});
-        Output<uint64_t> words(random, (n + 63) / 64, offset);
-        kernels::pack_nonzero(isa, bytes.data(), words.data(), static_cast<int>(n));
-        for (size_t i = 0; i < (n + 63) / 64 * 64; ++i)
-            ASSERT_EQ(words[i / 64] >> (i % 64) & 1, static_cast<uint64_t>(i < n && bytes[i] != 0))
-                << "bit " << i;
-        ASSERT_TRUE(words.guards_hold());
-    });
 }
 
 }  // namespace

@@ -2,13 +2,18 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <numeric>
 #include <random>
+#include <vector>
 
+#include "images.h"
 #include "util_vector.h"
 
 namespace orvex_cv_991 {
 namespace {
+
+using testing_support::Random;
 
 // Index 0 .. n - 1 after the exchange sort over neighbours, exchange by exchange.
 std::vector<int> exchanged(const std::vector<int>& areas) {
@@ -67,6 +72,32 @@ TEST(ComponentOrder, sorted_and_equal_areas_keep_to_the_scheme) {
         for (size_t i = 0; i < areas.size(); ++i) areas[i] = 3000 + step * static_cast<int>(i);
         ASSERT_EQ(exchange_order(areas), exchanged(areas)) << step;
         ASSERT_EQ(partition_order(areas), partitioned(areas)) << step;
+    }
+}
+
+TEST(ComponentOrder, equals_the_procedures_on_every_small_input) {
+    for (int n = 0; n <= 7; ++n) {
+        int inputs = 1;
+        for (int k = 0; k < n; ++k) inputs *= 4;
+        for (int code = 0; code < inputs; ++code) {
+            std::vector<int> areas;
+            for (int k = 0, rest = code; k < n; ++k, rest /= 4) areas.push_back(rest % 4);
+            ASSERT_EQ(exchange_order(areas), exchanged(areas)) << "n " << n << " code " << code;
+            ASSERT_EQ(partition_order(areas), partitioned(areas)) << "n " << n << " code " << code;
+        }
+    }
+}
+
+TEST(ComponentOrder, equals_the_procedures_on_random_inputs) {
+    Random random(41);
+    for (int round = 0; round < 20000; ++round) {
+        std::vector<int> areas(static_cast<size_t>(random.range(0, round % 100 ? 24 : 300)));
+        const int levels = random.pick({1, 2, 3, 8, 1000, INT32_MAX});
+        for (int& area : areas) area = random.range(levels == 1000 ? -1000 : 0, levels);
+        if (random.chance(10)) std::sort(areas.begin(), areas.end());
+        if (random.chance(10)) std::sort(areas.rbegin(), areas.rend());
+        ASSERT_EQ(exchange_order(areas), exchanged(areas)) << "round " << round;
+        ASSERT_EQ(partition_order(areas), partitioned(areas)) << "round " << round;
     }
 }
 

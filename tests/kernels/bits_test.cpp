@@ -1,5 +1,4 @@
-// Kernels on packed bits, lookups.
-#include <algorithm>
+// Kernels on packed bits.
 #include <vector>
 
 #include "kernel_case.h"
@@ -9,6 +8,20 @@ namespace {
 
 namespace kernels = orvex_cv_991::kernels;
 using orvex_cv_991::Isa;
+
+TEST(Kernels, pack_nonzero) {
+    Random random(65);
+    for_every_case([&](Isa isa, size_t n, size_t offset) {
+        Input<uint8_t> bytes(random, n, offset);
+        for (size_t i = 0; i < n; ++i) bytes[i] = random.pick({0, 0, 0, 1, 127, 128, 255});
+        Output<uint64_t> words(random, (n + 63) / 64, offset);
+        kernels::pack_nonzero(isa, bytes.data(), words.data(), static_cast<int>(n));
+        for (size_t i = 0; i < (n + 63) / 64 * 64; ++i)
+            ASSERT_EQ(words[i / 64] >> (i % 64) & 1, static_cast<uint64_t>(i < n && bytes[i] != 0))
+                << "bit " << i;
+        ASSERT_TRUE(words.guards_hold());
+    });
+}
 
 TEST(Kernels, pack_below_128) {
     Random random(66);
@@ -74,19 +87,6 @@ TEST(Kernels, find_runs) {
             ASSERT_TRUE(bounds.guards_hold());
         });
     }
-}
-
-TEST(Kernels, look_up_bytes) {
-    Random random(69);
-    for_every_case([&](Isa isa, size_t n, size_t offset) {
-        Input<uint8_t> bytes(random, n, offset), table(random, 256, 0);
-        Output<uint8_t> out(random, n, offset);
-        kernels::look_up_bytes(isa, bytes.data(), table.data(), out.data(), static_cast<ptrdiff_t>(n));
-        for (size_t i = 0; i < n; ++i) ASSERT_EQ(out[i], table[bytes[i]]);
-        ASSERT_TRUE(out.guards_hold());
-        kernels::look_up_bytes(isa, bytes.data(), table.data(), bytes.data(), static_cast<ptrdiff_t>(n));
-        for (size_t i = 0; i < n; ++i) ASSERT_EQ(bytes[i], out[i]);
-    });
 }
 
 }  // namespace
