@@ -26,9 +26,9 @@ struct Case {
 /// All rows with our operations on `in` and, if wanted, the plain reference.
 std::vector<Case> make_cases(const Inputs& in, bool with_reference);
 
-// Each library adds itself to the rows that it has something comparable for. What is timed includes fresh
-// outputs, as ours do, and conversions into and out of the library's own pixel format only where the call's
-// users need them.
+// Each library adds itself to the rows that it has something comparable for. What is timed includes
+// fresh outputs, as ours do, and conversions into and out of the library's own pixel format only where
+// the call's users need them.
 void add_yuv(std::vector<Case>& cases, const Inputs& in);
 void add_leptonica(std::vector<Case>& cases, const Inputs& in);
 void add_vips(std::vector<Case>& cases, const Inputs& in);

@@ -1,5 +1,5 @@
-// The benchmark's command line. Operations print lines on standard output, which here belongs to the table: it
-// goes to /dev/null while they run.
+// The benchmark's command line. Operations print lines on standard output, which here belongs to the
+// table: it goes to /dev/null while they run.
 #include <fcntl.h>
 #include <unistd.h>
 

@@ -32,8 +32,8 @@ void add_cgal(std::vector<Case>& cases, const Inputs& in) {
             CGAL::convex_hull_2(points->begin(), points->end(), std::back_inserter(hull));
         });
     }
-    // The mask's outline as its users have it: the first and last set pixel of every column, found while
-    // timed.
+    // The mask's outline as its users have it: the first and last set pixel of every
+    // column, found while timed.
     const U8& blob = in.blob;
     add_peer(cases, "minAreaRect mask", "CGAL", [&blob] {
         std::vector<CgalPoint> outline;

@@ -55,8 +55,8 @@ class Source {
     const U8 taken_;
 };
 
-/// Runs the body of an operation of which nothing but CException may come: any other failure, which is one of memory,
-/// becomes code 2 with `message`.
+/// Runs the body of an operation of which nothing but CException may come: any other failure, which is
+/// one of memory, becomes code 2 with `message`.
 template <class Body>
 auto guarded(Body body, const String& message = String()) {
     try {
@@ -68,8 +68,8 @@ auto guarded(Body body, const String& message = String()) {
     }
 }
 
-/// Deliberate: callers of some operations see code 2 for every failure inside, that of an inner check included (test:
-/// every_failure_inside_is_code_2).
+/// Deliberate: callers of some operations see code 2 for every failure inside, CException included
+/// (test: a_three_channel_image_is_code_2).
 template <class Body>
 void relabelled(Body body) {
     try {
@@ -302,7 +302,9 @@ void CImgproc::rot90ClockWise_FlipLR(const U8& src, U8& dst, int n, int f) {
     if (turns >= 0 && rows > 0 && cols > 0) {
         require_elements(src, 0);
         if (src.channels > 0) turn_image(src, turns, f % 2 != 0, fastest_isa(), out);
-    } else {  // deliberate: a negative count copies nothing
+    } else {
+        // Nothing is copied for a negative count, which is deliberate
+        // (test: a_negative_clockwise_count_gives_zeros_and_a_negative_anticlockwise_one_turns).
         std::fill_n(out.data, wrapped_count(rows, cols, src.channels), static_cast<unsigned char>(0));
     }
     ORVEX_REPORT_TIME(clock, "image rotation (including flip) cost time: %fms\n");
@@ -419,8 +421,8 @@ void CImgproc::warpAffine(const U8& src, U8& dst, const Mat<float>& trans_matrix
     require_elements(trans_matrix, 6);
     Affine forward;
     std::copy_n(trans_matrix.data, 6, forward.m);
-    // An output of no pixels touches no memory, whatever its shape. Deliberate: linear is the only sampling there is
-    // (test: warp_with_any_other_interpolation_is_all_zero_and_leaves_the_mask).
+    // An output of no pixels touches no memory, whatever its shape. Deliberate: linear is the only sampling
+    // there is (test: other_interpolation_gives_zeros_without_the_linear_line).
     const bool samples = interp == INTERP_LINEAR && out_size.width > 0 && out_size.height > 0;
     U8 out;
     if (samples)

@@ -7,8 +7,8 @@ namespace orvex_991 {
 
 /// Immutable-length, zero-terminated text; carries the messages of CException.
 ///
-/// A String owns a copy of its text, unless it was made by literal(). Neither an empty String nor a literal ever
-/// allocates: making, copying, moving and destroying them never fails.
+/// A String owns a copy of its text, unless it was made by literal(). Neither an empty String nor a
+/// literal ever allocates: making, copying, moving and destroying them never fails.
 class String {
  public:
     String() = default;

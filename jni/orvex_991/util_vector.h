@@ -35,8 +35,8 @@ class Count {
 
 namespace detail {
 
-// A free function, because a parameter called `size`, which the warning's text needs, would hide vector's
-// field.
+// A free function, because a parameter called `size`, which the warning's text needs,
+// would hide vector's field.
 inline void check_vector_size(int size) {
     ORVEX_CHECK_AS("vector", size >= 0);
 }
@@ -105,8 +105,8 @@ class vector {
         return *this;
     }
 
-    /// Makes the size n and every element `value`, which may be an element of this vector. n below 0 counts
-    /// as 0.
+    /// Makes the size n and every element `value`, which may be an element of this vector. n below
+    /// 0 counts as 0.
     void init_to_size(int n, const T& value) {
         const T kept(value);  // a regrowth ends the block that `value` may lie in
         reserve(n);
@@ -202,8 +202,8 @@ class vector {
     }
 };
 
-/// Sorts v[low .. high], both ends inclusive, so that cmp orders it; cmp(a, b) true means that a goes before
-/// b.
+/// Sorts v[low .. high], both ends inclusive, so that cmp orders it; cmp(a, b) true means that
+/// a goes before b.
 ///
 /// A quicksort with the first element as pivot and a hole-filling partition. It is not stable, and the order
 /// that it leaves among equal elements is relied on, so the scheme is fixed. Quadratic on sorted input and on

@@ -53,8 +53,8 @@ TEST(Differential, bwlabel_equals_the_reference) {
 }
 
 TEST(Differential, bwlabel_of_tiny_images_equals_the_reference) {
-    // Every binary image of up to 12 pixels: all ways in which a forest of half as many labels can be too
-    // small.
+    // Every binary image of up to 12 pixels: all ways in which a forest of half as many labels
+    // can be too small.
     for (int rows = 1; rows <= 12; ++rows) {
         for (int cols = 1; rows * cols <= 12; ++cols) {
             for (int bits = 0; bits < 1 << (rows * cols); ++bits) {

@@ -30,8 +30,8 @@ Mat<float> matrix_of(std::initializer_list<float> elements) {
     return m;
 }
 
-// Turns, scalings, shears, mirrors; singular ones, and now and then an element that is not a number or
-// infinite.
+// Turns, scalings, shears, mirrors; singular ones, and now and then an element that is not
+// a number or infinite.
 Mat<float> any_matrix(Random& random) {
     const auto element = [&](float spread) { return uniform(random, -spread, spread); };
     const int kind = random.range(0, 9);

@@ -51,6 +51,22 @@ TEST(Differential, convexHull_equals_the_reference) {
     }
 }
 
+// A cluster, and one point so far out that products wrap: it may come first, last or in between.
+TEST(Differential, convexHull_with_one_point_far_out_equals_the_reference) {
+    Random random(126);
+    for (int round = 0; round < 3000; ++round) {
+        List<reference::Point> points;
+        const int spread = random.pick({3, 20, 300}), far = random.pick({60000, 5000000, INT32_MAX});
+        for (int n = random.range(3, 30); n > 0; --n)
+            points.push_back({random.range(-spread, spread), random.range(-spread, spread)});
+        const int at = random.pick({0, points.size() - 1, random.range(0, points.size() - 1)});
+        points[at] = {random.pick({-far, far}), random.pick({-far, far, 0})};
+        if (random.chance(50)) points[at] = {points[at].y, points[at].x};
+        compare_hull(points, random.chance(20));
+        if (HasFatalFailure()) FAIL() << "round " << round;
+    }
+}
+
 // Every set of up to 9 points of a 3 x 3 grid.
 TEST(Differential, convexHull_of_every_small_set_equals_the_reference) {
     for (int bits = 0; bits < 512; ++bits) {

@@ -146,6 +146,17 @@ TEST(Differential, adaptiveThreshold_with_large_blocks_equals_the_reference) {
     compare_adaptive(text_page(160, 200, 5), U8(), false, 51, -0.2, true);
 }
 
+// Columns of more than 257 bright rows, whose sums 16 bits do not hold, beside ones that they just hold.
+TEST(Differential, adaptiveThreshold_of_tall_bright_windows_equals_the_reference) {
+    Random random(106);
+    for (const int block : {601, 515, 513, 257}) {
+        U8 src = filled(300, 4, 1, 0);
+        for (int i = 0; i < 300 * 4; ++i) src.data[i] = static_cast<unsigned char>(random.range(240, 255));
+        compare_adaptive(src, U8(), false, block, 0.1, false);
+        compare_adaptive(filled(300, 4, 1, 255), U8(), false, block, 0, true);
+    }
+}
+
 TEST(Differential, adaptiveThreshold_of_odd_matrices_equals_the_reference) {
     for (const U8& src : odd_matrices())
         for (const bool in_place : {false, true})

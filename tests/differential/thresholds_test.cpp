@@ -10,8 +10,8 @@ using orvex_cv_991::CImgproc;
 using reference::Byte;
 using reference::Image;
 
-// A mask of about the image's size: mostly equal, sometimes with more channels, sometimes of another size or
-// empty.
+// A mask of about the image's size: mostly equal, sometimes with more channels, sometimes of
+// another size or empty.
 U8 any_mask(Random& random, const U8& src) {
     if (random.chance(15)) return U8();
     if (random.chance(10))

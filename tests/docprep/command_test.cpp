@@ -469,8 +469,8 @@ TEST(command, a_library_error_is_one_line_with_its_code) {
     const TemporaryFolder folder;
     PngRequest request;
     request.rows = request.cols = 2;
-    // Two components that touch at a corner, then a pixel that joins them: labels run out on so small a
-    // picture.
+    // Two components that touch at a corner, then a pixel that joins them: labels run out on
+    // so small a picture.
     const Bytes png = make_png(request, [](int row, int col, int) { return row + col == 0 ? 200 : 10; });
     const std::string path = folder.write("tiny.png", png);
     expect_failure(docprep_with({path, "-o", folder.path("out"), "--binarize", "otsu"}), path,

@@ -28,8 +28,8 @@ void expect_one_line(const std::string& text);
 /// Expects two pictures of the same shape and content.
 void expect_same_pixels(const docprep::Image& expected, const docprep::Image& found);
 
-/// A page of 4 rows of 13 dark squares, 15 x 12 pixels, at rows 40, 80, 120 and 160. It has more than two
-/// gray levels.
+/// A page of 4 rows of 13 dark squares, 15 x 12 pixels, at rows 40, 80, 120 and 160. It has more
+/// than two gray levels.
 constexpr int kPageRows = 200;
 constexpr int kPageCols = 300;
 int page_of_squares(int row, int col);

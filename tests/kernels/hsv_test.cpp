@@ -16,8 +16,8 @@ int division(int x) {
     return x == 0 ? 0 : (2 * 1044480 + x) / (2 * x);
 }
 
-// What a colour's H and S are made of: the largest channel, its distance from the smallest one, and the hue's
-// numerator.
+// What a colour's H and S are made of: the largest channel, its distance from the smallest one,
+// and the hue's numerator.
 struct Parts {
     int v, diff, h;
 

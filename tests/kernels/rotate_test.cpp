@@ -47,8 +47,8 @@ void expect_turned(Random& random, Isa isa, size_t rows, size_t cols, size_t cha
     }
 }
 
-// Each width with a few heights on both sides of what tiles of 4, 8, 16 and 32 cover, and the other way
-// round.
+// Each width with a few heights on both sides of what tiles of 4, 8, 16 and 32 cover, and
+// the other way round.
 TEST(Kernels, turn_pixels) {
     Random random(92);
     for (const size_t channels : {1, 2, 3, 4, 5}) {

@@ -1,4 +1,5 @@
-// Allocation under the tests' control: every form of operator new of the program is counted and can be made to fail.
+// Allocation under the tests' control: every form of operator new of the program is counted and can
+// be made to fail.
 #ifndef ORVEX_TESTS_MEMORY_ALLOCATIONS_H
 #define ORVEX_TESTS_MEMORY_ALLOCATIONS_H
 
@@ -7,7 +8,8 @@
 
 namespace testing_support {
 
-/// While it lives, the k-th allocation (from 1) and all that follow fail, as does every one of more than `most` bytes.
+/// While it lives, the k-th allocation (from 1) and all that follow fail, as does every one of
+/// more than `most` bytes.
 class FailingAllocations {
  public:
     explicit FailingAllocations(long k, std::size_t most = SIZE_MAX);

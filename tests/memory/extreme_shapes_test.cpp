@@ -1,5 +1,6 @@
-// Shapes that mat_create takes, or leaves behind when it fails, and that no loop over rows and columns fits: every
-// operation ends in a result or in a documented error, and none looks outside a block (address sanitizer).
+// Shapes that mat_create takes, or leaves behind when it fails, and that no loop over rows and
+// columns fits: every operation ends in a result or in a documented error, and none looks outside
+// a block (address sanitizer).
 #include <gtest/gtest.h>
 
 #include <climits>

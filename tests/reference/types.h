@@ -1,7 +1,7 @@
 // Plain reference of the library, written from the definitions of its operations. Shares no code with it.
 //
-// Values that the library keeps in its own containers stand in standard ones here, and every access is
-// checked.
+// Values that the library keeps in its own containers stand in standard ones here, and
+// every access is checked.
 #ifndef ORVEX_TESTS_REFERENCE_TYPES_H
 #define ORVEX_TESTS_REFERENCE_TYPES_H
 
@@ -85,8 +85,8 @@ struct Image {
         return static_cast<int>(n);
     }
 
-    /// The same for a loop whose count wraps, as that of a block does. A product below 1 reads nothing, and then it
-    /// does not matter what the block holds.
+    /// The same for a loop whose count wraps, as that of a block does. A product below 1 reads nothing,
+    /// and then it does not matter what the block holds.
     int counted() const {
         const int n = wrapping_product(rows, cols);
         if (n >= 1) need(n);

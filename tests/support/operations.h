@@ -1,4 +1,5 @@
-// Every operation on an image, under its name, with the plain reference beside it: for tests that must leave none out.
+// Every operation on an image, under its name, with the plain reference beside it: for tests that
+// must leave none out.
 #ifndef ORVEX_TESTS_SUPPORT_OPERATIONS_H
 #define ORVEX_TESTS_SUPPORT_OPERATIONS_H
 

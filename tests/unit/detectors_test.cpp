@@ -64,6 +64,20 @@ TEST(Saliency, three_channels_are_refused_with_a_message_and_without_a_line) {
     EXPECT_EQ(result.printed, "");
 }
 
+// Masks that differ from the image in one way only, and channels of either image alone.
+TEST(Saliency, a_mask_of_other_rows_or_other_columns_is_refused) {
+    const U8 gray = filled(4, 5, 1, 9);
+    for (const U8& mask : {filled(3, 5, 1, 1), filled(4, 3, 1, 1), filled(5, 4, 1, 1), filled(4, 5, 3, 1)}) {
+        U8 dst = filled(1, 1, 1, 7);
+        vector<unsigned char> levels(2, 3);
+        const Result result = result_of([&] { CImgproc::saliencyDetect(gray, dst, mask, levels); });
+        EXPECT_EQ(result.code, 1) << shape_of(mask);
+        EXPECT_EQ(result.message, "saliency detection input format error");
+        EXPECT_EQ(dst.data[0], 7);
+        EXPECT_EQ(levels.size, 2);
+    }
+}
+
 // ---- Red seals ----
 
 struct Detection : Result {

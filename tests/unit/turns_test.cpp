@@ -102,6 +102,19 @@ TEST(Turns, negative_remainders_of_points_count_as_3) {
     EXPECT_TRUE(CImgproc::rot90ClockWise(Point(3, 0), Size(4, 3), -2) == Point(2, 3));
 }
 
+TEST(Turns, anticlockwise_forms_of_points_and_rectangles_are_the_clockwise_ones) {
+    const Size size(7, 4);
+    for (int n = -5; n <= 5; ++n) {
+        EXPECT_TRUE(CImgproc::rot90AntiClockWise(Point(5, 1), size, n) ==
+                    CImgproc::rot90ClockWise(Point(5, 1), size, n));
+        const Rect turned = CImgproc::rot90AntiClockWise(Rect(1, 2, 3, 2), size, n);
+        const Rect clockwise = CImgproc::rot90ClockWise(Rect(1, 2, 3, 2), size, n);
+        EXPECT_TRUE(turned.left_top() == clockwise.left_top() &&
+                    turned.right_bottom() == clockwise.right_bottom());
+    }
+    EXPECT_TRUE(CImgproc::rot90AntiClockWise(Point(5, 1), size, 1) == Point(1, 1));
+}
+
 TEST(Turns, a_half_turn_of_the_whole_image_starts_at_minus_1) {
     const Rect rect = CImgproc::rot90ClockWise(Rect(0, 0, 4, 3), Size(4, 3), 2);
     EXPECT_TRUE(rect.x == -1 && rect.y == -1 && rect.width == 4 && rect.height == 3);

@@ -22,8 +22,8 @@ class Failure : public std::runtime_error {
 /// The system's words for an errno value.
 std::string system_reason(int error_number);
 
-/// `text` with every control character replaced by '?': file names may hold line feeds, and what reports them
-/// promises one line.
+/// `text` with every control character replaced by '?': file names may hold line feeds, and what reports
+/// them promises one line.
 std::string one_line(std::string text);
 
 }  // namespace docprep

@@ -32,8 +32,8 @@ void apply_orientation(Image& image, int orientation) {
     upright.mat_create(transposed ? image.cols : image.rows, transposed ? image.rows : image.cols,
                        image.channels, 0);
 
-    // Where a step down and a step right in the upright picture lead in the stored one, and where
-    // (0, 0) lies.
+    // Where a step down and a step right in the upright picture lead in the stored one, and
+    // where (0, 0) lies.
     const bool from_right = orientation == 2 || orientation == 3 || orientation == 7 || orientation == 8;
     const bool from_bottom = orientation == 3 || orientation == 4 || orientation == 6 || orientation == 7;
     const ptrdiff_t row_step = (from_bottom ? -cols : cols) * channels;

@@ -27,8 +27,8 @@ class OutputFiles {
     /// Paths of the files added so far, in the order of add().
     std::vector<std::string> paths() const;
 
-    /// Writes every file into the folder, which is created if missing, as are its parents; files of the same
-    /// names are replaced.
+    /// Writes every file into the folder, which is created if missing, as are its parents; files of the
+    /// same names are replaced.
     ///
     /// Each is written beside its place under a temporary name. Only when all are complete are they renamed,
     /// and those to be removed removed, in the order of add() and remove(): whoever sees a new last file sees

@@ -15,8 +15,8 @@ struct Print {
     TextComponents text;
 };
 
-/// Finds the components of what is 255, the rest being 0, and the text among them. Prints as the library
-/// does.
+/// Finds the components of what is 255, the rest being 0, and the text among them. Prints
+/// as the library does.
 /// @param file  the photograph, for messages
 /// @throws Failure for noise that would take too much memory
 Print find_print(const std::string& file, const Image& binary);

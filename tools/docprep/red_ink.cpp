@@ -10,8 +10,8 @@ using orvex_cv_991::Rect;
 
 namespace {
 
-// Worn seals have 40 to 110 levels more of red than of the next colour; black print on warm paper has up
-// to 30.
+// Worn seals have 40 to 110 levels more of red than of the next colour; black print on warm paper
+// has up to 30.
 constexpr int64_t kRed = 35;
 
 /// Whether the print within a rectangle is red on average.

@@ -37,8 +37,8 @@ void append(std::string& text, const Rect& rect) {
             ",\"width\":" + std::to_string(rect.width) + ",\"height\":" + std::to_string(rect.height) + "}";
 }
 
-/// A list with one line a rectangle. Not through Json, whose objects take 400 bytes a rectangle: noise can
-/// have millions.
+/// A list with one line a rectangle. Not through Json, whose objects take 400 bytes a rectangle:
+/// noise can have millions.
 void append(std::string& text, const Rects& rects, const char* line_start) {
     text += "[";
     for (int k = 0; k < rects.size; ++k) {

@@ -9,8 +9,8 @@
 
 namespace docprep {
 
-/// Below this a photograph is called blurred. Letters in focus have 140 and more, letters that are legible
-/// but soft 75.
+/// Below this a photograph is called blurred. Letters in focus have 140 and more, letters that are
+/// legible but soft 75.
 constexpr float kSharp = 110;
 
 struct Sharpness {

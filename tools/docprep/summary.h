@@ -14,8 +14,8 @@ namespace docprep {
 /// "1600 x 1200"
 std::string pixel_size(int cols, int rows);
 
-/// Lines of a name, padded, and a value; a repeated name is left out. Text comes out on one line, whatever
-/// is in it.
+/// Lines of a name, padded, and a value; a repeated name is left out. Text comes out on one line,
+/// whatever is in it.
 class Summary {
  public:
     void line(const std::string& name, const std::string& value);

@@ -21,9 +21,9 @@ struct TextComponents {
 
 /// Keeps the rectangles that can be letters or words. The rule has no size in pixels:
 /// - Components that touch the picture's border (desk, shadow, neighbouring page) are dropped.
-/// - The text height is the median height of the others, each weighing as much as it is high: half of all
-///   heights summed up belong to components that are lower. So a thousand specks do not outweigh a line of
-///   letters.
+/// - The text height is the median height of the others, each weighing as much as it is high: half of
+///   all heights summed up belong to components that are lower. So a thousand specks do not outweigh
+///   a line of letters.
 /// - Dropped as well: taller than 3 text heights (frames, pictures, seals), wider than 20 (rules), and
 ///   specks, whose longer side is below half a text height.
 ///

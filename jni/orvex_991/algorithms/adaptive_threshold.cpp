@@ -46,8 +46,8 @@ struct Span {
     int level, back;
 };
 
-/// The spans that make up a window of `length`, the shortest first: one for each binary digit, but none longer than
-/// 2^highest, so that several of these may be needed.
+/// The spans that make up a window of `length`, the shortest first: one for each binary digit, but none
+/// longer than 2^highest, so that several of these may be needed.
 Scratch<Span> spans_of(int length, int highest) {
     Scratch<Span> spans;
     int back = 0;
@@ -119,9 +119,9 @@ class ColumnSums {
 /// The outcome of the double expression as a straight line: v > sum / count + offset where sum <= count * v +
 /// intercept, for every byte v and every sum of `count` bytes.
 ///
-/// For one v both steps of the expression are monotonic in the sum, so one sum parts the outcomes; from one v
-/// to the next that sum moves by `count`, unless rounding interferes, and then there is no line. Every v is
-/// checked.
+/// For one v both steps of the expression are monotonic in the sum, so one sum parts the outcomes; from
+/// one v to the next that sum moves by `count`, unless rounding interferes, and then there is no line.
+/// Every v is checked.
 struct Line {
     bool decides;  // as the double expression does
     int32_t intercept;
@@ -260,8 +260,8 @@ class NarrowSums {
  private:
     static constexpr int kMost = 65535;
 
-    /// How many of the spans add up to sums that 16 bits hold: all of them or all but the longest ones, which sum up to
-    /// less than one of those.
+    /// How many of the spans add up to sums that 16 bits hold: all of them or all but the longest ones,
+    /// which sum up to less than one of those.
     int narrow_spans() const {
         if (int64_t{255} * windows_.height * windows_.width <= kMost) return static_cast<int>(spans_.size());
         return static_cast<int>(std::count_if(spans_.begin(), spans_.end(),
@@ -301,8 +301,8 @@ class NarrowSums {
     const int highest_;  // level of the longest span along the row: 16 bits hold its sums
     const Scratch<Span> spans_;
     const int narrow_;
-    // By level, a row of the sums of that many columns, with zeros for what lies outside the image: the window of column
-    // c begins at element c.
+    // By level, a row of the sums of that many columns, with zeros for what lies outside the image: the
+    // window of column c begins at element c.
     Scratch<Scratch<uint16_t>> levels_;
     Scratch<uint32_t> sums_;
     Scratch<const uint16_t*> column_spans_, row_spans_;

@@ -128,8 +128,8 @@ class Warp {
         const Columns columns = inside(x_at, cols_, src_.cols);
         const int width = columns.end - columns.begin;
         Stretch stretch(*this, x_at, columns);
-        // Both stretched rows between which output rows lie, kept while several do. Neighbours differ in
-        // parity.
+        // Both stretched rows between which output rows lie, kept while several do.
+        // Neighbours differ in parity.
         Scratch<int32_t> stretched[2];
         int stretched_row[2] = {-1, -1};
         const auto stretched_q11 = [&](int row) {
@@ -280,8 +280,8 @@ class Warp {
         advance(1, is_inside ? 1 : 0);
     }
 
-    // Columns begin .. end - 1 of an output row with finite coordinates, copied from the nearest source
-    // pixels.
+    // Columns begin .. end - 1 of an output row with finite coordinates, copied from
+    // the nearest source pixels.
     void copy(const CoordinateLine& x_at, const CoordinateLine& y_at, int begin, int end) {
         if (begin == end) return;
         kernels::copy_row(isa_, src_.data, src_.rows, src_.cols, channels_, x_at, y_at, begin, out_,

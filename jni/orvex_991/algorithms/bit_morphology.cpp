@@ -94,8 +94,8 @@ void dilate_binary(const Mat<unsigned char>& src, const Size& size, Isa isa, uns
     or_window(src, size, isa, kernels::pack_nonzero, 0, out);
 }
 
-// A pixel survives where no pixel of its window is background: the complement of a dilation of the
-// background.
+// A pixel survives where no pixel of its window is background: the complement of a
+// dilation of the background.
 void erode_binary(const Mat<unsigned char>& src, const Size& size, Isa isa, unsigned char* out) {
     or_window(src, size, isa, kernels::pack_below_128, 255, out);
 }

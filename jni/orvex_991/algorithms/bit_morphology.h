@@ -8,9 +8,9 @@
 
 namespace orvex_cv_991 {
 
-/// out(r, c) is 255 where some pixel of the window around (r, c) is not 0, else 0. The window covers the
-/// columns c - width / 2 .. c + width - 1 - width / 2 and rows likewise; positions outside the image count as
-/// 0.
+/// out(r, c) is 255 where some pixel of the window around (r, c) is not 0, else 0. The window covers
+/// the columns c - width / 2 .. c + width - 1 - width / 2 and rows likewise; positions outside the
+/// image count as 0.
 ///
 /// Dilation takes O(log width + log height) word operations for 64 pixels; memory is a few packed rows a row
 /// of the window. No pointer of `out` may lie in `src`.

@@ -47,8 +47,8 @@ class FreePlaces {
                   sums_.begin() + static_cast<ptrdiff_t>(2 * top_), kNeverReached);
     }
 
-    /// Takes the k-th free place (from 0) and returns it. The steps are as good as random, so they are taken
-    /// without branches.
+    /// Takes the k-th free place (from 0) and returns it. The steps are as good as random, so they
+    /// are taken without branches.
     size_t take(int k) {
         size_t place = 0;
         for (size_t bit = top_; bit > 0; bit /= 2) {
@@ -68,12 +68,12 @@ class FreePlaces {
 
 }  // namespace
 
-// One pass of the exchange sort carries its first element rightward until it meets a strictly smaller one,
-// which is carried on from there. Larger elements never influence the order among those of one area v, so
-// look at the sequence of elements <= v as runs of v's parted by smaller ones: each pass rotates the leading
-// run left by one, drops the first parting element and appends the next run to the leading one; once no
-// parting element is left, the remaining passes reverse the list. Hence, with c[i] smaller elements before
-// the i-th v:
+// One pass of the exchange sort carries its first element rightward until it meets a strictly smaller
+// one, which is carried on from there. Larger elements never influence the order among those of one area
+// v, so look at the sequence of elements <= v as runs of v's parted by smaller ones: each pass rotates
+// the leading run left by one, drops the first parting element and appends the next run to the leading
+// one; once no parting element is left, the remaining passes reverse the list. Hence, with c[i] smaller
+// elements before the i-th v:
 //     list = []; for each v: rotate list left by c[i] - c[i-1], append v; rotate by the rest; reverse.
 // Played backwards from the end, every v's final place is "the k-th place that is still free".
 std::vector<int> exchange_order(const std::vector<int>& areas) {
@@ -208,8 +208,8 @@ class KeyTree {
     std::vector<Node> nodes_;
 };
 
-/// The two searches within a range that no search of another range will look into, step by step: cheaper than the
-/// tree's where the range is short.
+/// The two searches within a range that no search of another range will look into, step by step: cheaper
+/// than the tree's where the range is short.
 class StepSearch {
  public:
     explicit StepSearch(KeyTree& keys) : keys_(keys) {}
@@ -230,9 +230,9 @@ class StepSearch {
 
 /// Partitions index[low .. high] and its keys around the first element and returns where that ends up.
 ///
-/// From the right, the next element that goes strictly before the pivot fills the hole; then, from the left, the next
-/// that goes strictly after it. Ties are passed over on both sides, so step by step a tie costs a scan of the range;
-/// the two searches alone determine every move.
+/// From the right, the next element that goes strictly before the pivot fills the hole; then, from the
+/// left, the next that goes strictly after it. Ties are passed over on both sides, so step by step a tie
+/// costs a scan of the range; the two searches alone determine every move.
 template <class Search>
 int partition(std::vector<int>& index, const KeyTree& keys, Search& search, int low, int high) {
     const int pivot = index[low], pivot_key = keys.key(low);

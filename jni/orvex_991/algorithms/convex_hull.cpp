@@ -54,8 +54,8 @@ std::vector<Point> monotone_chain(std::vector<uint64_t>& keys, Pops pops) {
     return hull;
 }
 
-/// The octagon of the points that lie furthest out in eight directions. What lies inside it is no corner of
-/// the hull.
+/// The octagon of the points that lie furthest out in eight directions. What lies inside it is no
+/// corner of the hull.
 class Octagon {
  public:
     Octagon(const Point* points, size_t n) {

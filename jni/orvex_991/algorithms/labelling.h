@@ -51,8 +51,8 @@ enum class Runs { kForget, kKeep };
 
 /// The components of one image, found by one pass over its rows.
 ///
-/// Components are numbered from 1 in the raster order of their first pixels. Holds a few words a component
-/// besides its runs.
+/// Components are numbered from 1 in the raster order of their first pixels. Holds a few words a
+/// component besides its runs.
 class Labelling {
  public:
     /// @param src 1 channel, not empty, its pixels known to be readable. Both extents may be negative: such

@@ -38,8 +38,8 @@ bool turns_left(const Vector& direction, const Vector& step) {
     return ExactProduct(direction.y, step.x) < ExactProduct(direction.x, step.y);
 }
 
-/// A convex polygon that turns strictly left at every corner and goes round once, from its least point by x,
-/// then y.
+/// A convex polygon that turns strictly left at every corner and goes round once, from its least point
+/// by x, then y.
 bool is_hull(const std::vector<Point>& points) {
     const size_t n = points.size();
     if (n < 3) return false;
@@ -54,8 +54,8 @@ bool is_hull(const std::vector<Point>& points) {
     return true;
 }
 
-/// A rectangle along edge `edge` of the hull: extents along the edge, measured from its first point, and
-/// across.
+/// A rectangle along edge `edge` of the hull: extents along the edge, measured from its
+/// first point, and across.
 struct Calipers {
     size_t edge = 0;
     double least = 0, most = 0, across = 0;
@@ -73,8 +73,8 @@ orvex_991::vector<Point32f> RotatingCalipers::getMinimumBoundingRectangle(orvex_
     const auto at = [&](size_t i) -> const Point& { return hull[i % n]; };
     const auto edge_vector = [&](size_t i) { return between(at(i), at(i + 1)); };
 
-    // Three more calipers run ahead of the edge: the points furthest along it, furthest across, and furthest
-    // back.
+    // Three more calipers run ahead of the edge: the points furthest along it, furthest
+    // across, and furthest back.
     Calipers best;
     double best_area = -1;
     size_t most = 1, across = 1, least = 1;

@@ -20,8 +20,8 @@ bool is_accepted(const Rect& rect, int pixels, const Size& image, bool relaxed, 
     return static_cast<float>(pixels) / static_cast<float>(rect.width * rect.height) >= least_fill;
 }
 
-// Deliberate: a component narrower than 6 is examined whatever its height, a wider one only from height 5 on
-// (test: a_flat_wide_fragment_is_not_rescued).
+// Deliberate: a component narrower than 6 is examined whatever its height, a wider one only from height
+// 5 on (test: a_flat_wide_fragment_is_not_rescued).
 bool may_be_rescued(const Rect& rect) {
     return rect.width < 6 || rect.height >= 5;
 }

@@ -19,9 +19,9 @@ struct SealSelection {
     Scratch<SealRescue> rescued;  // in component order
 };
 
-/// Accepts components by size, aspect and fill; a weaker fill counts only where no component has the stronger
-/// one. Then takes back the rejected ones of which more than half lies in the neighbourhood of an accepted
-/// one.
+/// Accepts components by size, aspect and fill; a weaker fill counts only where no component has the
+/// stronger one. Then takes back the rejected ones of which more than half lies in the neighbourhood
+/// of an accepted one.
 /// @param rects    bounding rectangles
 /// @param pixels   of each component
 /// @param image    extent of the image that they were found in

@@ -9,9 +9,9 @@
 
 namespace orvex_cv_991 {
 
-/// Bands are the maximal runs of image rows that some rectangle covers, counted from the top. Touching
-/// rectangles (one ends at row r, the next begins at r + 1) share a band. A rectangle of height 0 or less
-/// covers nothing.
+/// Bands are the maximal runs of image rows that some rectangle covers, counted from the top.
+/// Touching rectangles (one ends at row r, the next begins at r + 1) share a band. A rectangle of
+/// height 0 or less covers nothing.
 struct Bands {
     int count = 0;
     std::vector<int> of;  ///< by rectangle: the last band that begins at its top or above, or -1

@@ -28,18 +28,19 @@ template <class T>
 void create_unfilled(Mat<T>& mat, int rows, int cols, int channels);
 
 /// Mat::init for an output that is wholly written next, hence without the fill.
-/// @throws CException code 3 as mat_create, or when the true size of the shape is not the one allocated; the output
-///         then is zero
+/// @throws CException code 3 as mat_create, or when the true size of the shape is not the one allocated;
+///         the output then is zero
 template <class T>
 void init_output(Mat<T>& dst, int rows, int cols, int channels);
 
-/// Mat::init for an operation that initialises its output and then finds that it cannot read its source: the output
-/// takes its shape and is zero.
+/// Mat::init for an operation that initialises its output and then finds that it cannot read its source:
+/// the output takes its shape and is zero.
 /// @throws CException code 3, always
 template <class T>
 [[noreturn]] void init_output_then_throw(Mat<T>& dst, int rows, int cols, int channels);
 
-/// Elements in the block, or -1 when there is none or the true count is not the one that mat_create allocated.
+/// Elements in the block, or -1 when there is none or the true count is not the one
+/// that mat_create allocated.
 template <class T>
 int64_t held_elements(const Mat<T>& mat);
 
@@ -53,8 +54,8 @@ void require_elements(const Mat<T>& mat, int64_t n);
 template <class T>
 int require_pixels(const Mat<T>& mat);
 
-/// rows * cols for a loop that counts in wrapping 32 bits: with a product below 1 it reads nothing, so such a shape is
-/// as good as any, with or without a block.
+/// rows * cols for a loop that counts in wrapping 32 bits: with a product below 1 it reads nothing, so
+/// such a shape is as good as any, with or without a block.
 /// @throws CException code 3 when the product is 1 or more and so many elements cannot be read
 template <class T>
 int require_counted_pixels(const Mat<T>& mat);

@@ -1,5 +1,5 @@
-// Internal: arithmetic that plain C++ leaves undefined or inexact, with the one answer the library gives for
-// it.
+// Internal: arithmetic that plain C++ leaves undefined or inexact, with the one answer the
+// library gives for it.
 #ifndef ORVEX_991_BASE_NUMERIC_H
 #define ORVEX_991_BASE_NUMERIC_H
 
@@ -9,12 +9,12 @@
 
 namespace orvex_cv_991 {
 
-/// 2^-23, the distance from 1 to the next float. It keeps divisors that may be 0 from being 0, and is the least
-/// range of values that counts as one.
+/// 2^-23, the distance from 1 to the next float. It keeps divisors that may be 0 from being 0, and is
+/// the least range of values that counts as one.
 constexpr float kFloatEpsilon = 1.1920929e-7f;
 
-// Signed 32-bit arithmetic that wraps. The conversion back to int is two's complement on every compiler we
-// use.
+// Signed 32-bit arithmetic that wraps. The conversion back to int is two's complement on
+// every compiler we use.
 inline int wrap_add(int a, int b) {
     return static_cast<int>(static_cast<uint32_t>(a) + static_cast<uint32_t>(b));
 }
@@ -42,8 +42,8 @@ inline int floor_to_int(float value) {
                : truncated;
 }
 
-/// A product of two differences of ints, exact: magnitudes of differences are below 2^32, so theirs is below
-/// 2^64.
+/// A product of two differences of ints, exact: magnitudes of differences are below 2^32, so
+/// theirs is below 2^64.
 class ExactProduct {
  public:
     ExactProduct(int64_t a, int64_t b)

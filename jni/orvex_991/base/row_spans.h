@@ -18,10 +18,10 @@ inline int floor_log2(int n) {
 
 /// Combinations of 1, 2, 4 .. consecutive rows, for rows that arrive one at a time.
 ///
-/// A span of level k is the combination of 2^k rows; it is made of two spans of the level below. Windows of
-/// any length are put together from spans: two that overlap where the combination of a row with itself is the
-/// row (maximum, minimum, or), one a binary digit of the length otherwise (sum). Rows before the first are
-/// `neutral`.
+/// A span of level k is the combination of 2^k rows; it is made of two spans of the level below. Windows
+/// of any length are put together from spans: two that overlap where the combination of a row with
+/// itself is the row (maximum, minimum, or), one a binary digit of the length otherwise (sum). Rows
+/// before the first are `neutral`.
 /// @tparam Combine  combine(const T* a, const T* b, T* out) writes a row; `out` is never a or b
 template <class T, class Combine>
 class RowSpans {

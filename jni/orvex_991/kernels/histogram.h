@@ -1,5 +1,5 @@
-// counts[v] = how many of the n bytes are v, n < 2^31. Four tables, so that runs of one value do not wait for
-// their own counter.
+// counts[v] = how many of the n bytes are v, n < 2^31. Four tables, so that runs of one value do not
+// wait for their own counter.
 static void count_bytes(const uint8_t* bytes, ptrdiff_t n, uint32_t* counts) {
     uint32_t tables[4][256] = {};
     ptrdiff_t i = 0;

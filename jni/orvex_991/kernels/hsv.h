@@ -1,11 +1,12 @@
-// 255 * 4096 / x rounded to nearest, 0 for x = 0. Exact in single precision for every x in 1 .. 255
-// (test: hsv_division_equals_the_rounded_quotient).
+// 255 * 4096 / x rounded to nearest, 0 for x = 0. Exact in single precision for every x in
+// 1 .. 255 (test: hsv_division_equals_the_rounded_quotient).
 static inline int hsv_division(int x) {
     return x == 0 ? 0 : (int)(1044480.0f / (float)x + 0.5f);
 }
 
 // H, S, V of one pixel. Deliberate: the hue divides by the saturation's table, so a step of h / diff is
-// 255 * 15 / 128 = 29.88 units, not 30; the six corner hues still come out as 0, 30, .. 150.
+// 255 * 15 / 128 = 29.88 units, not 30; the six corner hues still come out as 0, 30, .. 150
+// (test: every_colour_converts_to_gray_and_hsv_as_defined).
 static inline void hsv_of_pixel(int b, int g, int r, uint8_t* hsv) {
     const int largest = b > g ? (b > r ? b : r) : (g > r ? g : r);
     const int smallest = b < g ? (b < r ? b : r) : (g < r ? g : r);

@@ -97,10 +97,10 @@ ORVEX_INLINE Tiled turn_byte_tiles(Turn turn) {
 #endif
 
 #ifdef ORVEX_LOOKUP
-// Pixels of 3 or 4 bytes, in tiles of 4 source columns. 16 bytes are read and written at a time. Of 3-byte
-// pixels 12 of them count: what is read too much lies in the two columns that tiles leave, and what is
-// written too much is overwritten by the next tile or, in the two output columns that tiles leave,
-// afterwards.
+// Pixels of 3 or 4 bytes, in tiles of 4 source columns. 16 bytes are read and written at a time.
+// Of 3-byte pixels 12 of them count: what is read too much lies in the two columns that tiles
+// leave, and what is written too much is overwritten by the next tile or, in the two output
+// columns that tiles leave, afterwards.
 ORVEX_INLINE Tiled turn_pixel_tiles(Turn turn) {
     const bool three = turn.channels == 3;
     const U8 spread = three ? ORVEX_REPEAT(0, 1, 2, 0, 3, 4, 5, 0, 6, 7, 8, 0, 9, 10, 11, 0)
@@ -141,9 +141,9 @@ static inline void turn_rest(Turn turn, Tiled tiled) {
     }
 }
 
-// A quarter turn of a rows x cols image of whole pixels: output (i, j), of cols x rows, is the source pixel
-// whose row is j, counted from below if `upward`, and whose column is i, counted from the right if
-// `leftward`.
+// A quarter turn of a rows x cols image of whole pixels: output (i, j), of cols x rows, is the
+// source pixel whose row is j, counted from below if `upward`, and whose column is i, counted from
+// the right if `leftward`.
 static void turn_pixels(const uint8_t* src, int rows, int cols, int channels, bool upward, bool leftward,
                         uint8_t* out) {
     const ptrdiff_t stride = (ptrdiff_t)cols * channels;

@@ -1,6 +1,6 @@
 // Bilinear sampling where rows and columns are sampled apart: along source rows first, H = p * w + q * (2048
-// - w), and then between rows, H * w' + H' * (2048 - w'). Integers, so the outcome is that of the four-term
-// sum of warp.h.
+// - w), and then between rows, H * w' + H' * (2048 - w'). Integers, so the outcome is that of the
+//   four-term sum of warp.h.
 
 // Where the output columns first .. first + n - 1 lie between source columns: the left neighbour's column and
 // weight. All of them lie inside the source.
@@ -83,8 +83,8 @@ static void blend_rows(const int32_t* upper_q11, const int32_t* lower_q11, int w
         out[e] = (uint8_t)((upper_q11[e] * weight + lower_q11[e] * (kOne_q11 - weight)) >> (2 * kWeightBits));
 }
 
-// Four weights of a quarter each: output pixel k is the truncated mean of the pixels 2k and 2k + 1 of both
-// rows.
+// Four weights of a quarter each: output pixel k is the truncated mean of the pixels 2k and 2k +
+// 1 of both rows.
 static void halve_rows(const uint8_t* upper, const uint8_t* lower, int channels, uint8_t* out, ptrdiff_t n) {
     ptrdiff_t k = 0;
 #ifdef ORVEX_VEC

@@ -7,8 +7,8 @@
 
 #define ORVEX_INLINE static inline __attribute__((always_inline))
 
-// Before loops over a few vectors, which shall stay in registers: at -O2 GCC does not take them apart by
-// itself. Clang does.
+// Before loops over a few vectors, which shall stay in registers: at -O2 GCC does not take them apart
+// by itself. Clang does.
 #ifdef __clang__
 #define ORVEX_UNROLL
 #else
@@ -200,9 +200,9 @@ ORVEX_INLINE void store_halves(uint8_t* to, ptrdiff_t apart, U8 v) {
 #endif
 }
 
-// The three bytes of kBytes pixels, parted. In every half, byte 3k + c of 48 is the one of pixel k and
-// channel c, and 3k + c mod 16 runs through all positions as k does: each channel is three blends and one
-// shuffle.
+// The three bytes of kBytes pixels, parted. In every half, byte 3k + c of 48 is the one of pixel k
+// and channel c, and 3k + c mod 16 runs through all positions as k does: each channel is three
+// blends and one shuffle.
 #ifdef ORVEX_LOOKUP
 ORVEX_INLINE U8 blend3(U8 at0, U8 at1, U8 at2) {
     const I8 is0 = (I8)ORVEX_REPEAT(255, 0, 0, 255, 0, 0, 255, 0, 0, 255, 0, 0, 255, 0, 0, 255);

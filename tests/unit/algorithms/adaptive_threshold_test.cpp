@@ -12,10 +12,10 @@ namespace {
 
 using orvex_cv_991::CImgproc;
 
-// Every byte value in the middle of windows whose sums lie around the border between the outcomes: there the
-// straight line must decide as the double expression does. Windows are tiles beside each other, one row of
-// them. The deviation is that of the finished image; the ratio makes of it the wanted offset, up to a
-// rounding.
+// Every byte value in the middle of windows whose sums lie around the border between the outcomes:
+// there the straight line must decide as the double expression does. Windows are tiles beside each
+// other, one row of them. The deviation is that of the finished image; the ratio makes of it the wanted
+// offset, up to a rounding.
 void expect_line_decides_as_expression(int side, double wanted_offset, bool inverse) {
     constexpr int kSums = 7;
     const int count = side * side, others = count - 1, tiles = 256 * kSums;

@@ -234,8 +234,8 @@ TEST(Vector, quick_partition_out_of_range_throws_code_4_before_it_writes) {
     EXPECT_TRUE(std::equal(untouched, untouched + 3, v.data));
 }
 
-// Ascending input in descending order leaves one element fewer on the left each time: the scheme's worst
-// case.
+// Ascending input in descending order leaves one element fewer on the left each time:
+// the scheme's worst case.
 TEST(Vector, quick_partition_needs_little_stack_on_its_worst_input) {
     struct Probe {
         uintptr_t lowest = UINTPTR_MAX;
