@@ -61,8 +61,7 @@ struct Rect {
 
 /// Rotated rectangle; default-constructed (no corners) it means that none was found.
 struct RotatedRect {
-    orvex_991::vector<Point32f>
-        pts;  ///< corners in order around the rectangle; 4 of them in a well-formed one
+    orvex_991::vector<Point32f> pts;  ///< corners in order around it; 4 of them in a well-formed one
     Point32f center;
     int width = 0;    ///< length of the side from corner 0 to corner 1, truncated
     int height = 0;   ///< length of the side from corner 1 to corner 2, truncated

@@ -436,8 +436,8 @@ void CImgproc::warpAffine(const U8& src, U8& dst, const Mat<float>& trans_matrix
     if (samples) {
         require_elements(src, 0);
         if (mask) require_elements(*mask, static_cast<int64_t>(out.rows) * out.cols);
-        const U8 apart = mask == &src ? src.clone() : U8();
-        warp_linear(mask == &src ? apart : src, out, inverse(forward), fastest_isa(),
+        const U8 copy = mask == &src ? src.clone() : U8();
+        warp_linear(mask == &src ? copy : src, out, inverse(forward), fastest_isa(),
                     mask ? mask->data : nullptr);
     }
     dst.swap(out);
@@ -545,7 +545,7 @@ void CImgproc::dilateRect(const Rect& src, Rect& dst, const Size& size) {
                wrap_add(src.width, wrap_mul(2, size.width)), wrap_add(src.height, wrap_mul(2, size.height)));
 }
 
-// ---- Gray morphology ----
+// ---- Grey morphology ----
 
 namespace {
 
@@ -785,7 +785,7 @@ float CImgproc::calcLineDegree(const Point32f& p1, const Point32f& p2) {
 
 namespace {
 
-// The lines that bgr2gray prints for a gray image, where its copy is not needed.
+// The lines that bgr2gray prints for a grey image, where its copy is not needed.
 void report_gray_source() {
     Clock clock;
     clock.start();
@@ -794,7 +794,7 @@ void report_gray_source() {
     ORVEX_REPORT_TIME(clock, "bgr2gray cost time: %fms\n");
 }
 
-// The score of a gray image within a mask, or, without one, within all of it: then one pixel of 255,
+// The score of a grey image within a mask, or, without one, within all of it: then one pixel of 255,
 // enlarged, stands for a mask of the image's size, reduced.
 float sharpness_within(const U8& gray, const U8* mask) {
     report_gray_source();
@@ -857,8 +857,8 @@ void CImgproc::saliencyDetect(const U8& src, U8& dst, const U8& mask, vector<uns
     if (src.rows != mask.rows || src.cols != mask.cols || src.channels != 1 || mask.channels != 1)
         throw CException(1, String::literal("saliency detection input format error"));
     const auto detect = [&] {
-        const U8 apart = &mask == &dst ? mask.clone() : U8();
-        const U8& selection = &mask == &dst ? apart : mask;
+        const U8 copy = &mask == &dst ? mask.clone() : U8();
+        const U8& selection = &mask == &dst ? copy : mask;
         if (held_elements(src) < 0 || held_elements(selection) < 0) {
             dst = src;
             throw CException(3);

@@ -7,7 +7,7 @@
 /// Words used throughout:
 /// - Axes: x is the column, growing to the right; y is the row, growing downward. A Rect covers columns
 ///   x .. x + width - 1 and rows y .. y + height - 1, both ends inclusive.
-/// - A gray or binary image has 1 channel, a colour image 3: bytes 0, 1, 2 of a pixel are B, G, R.
+/// - A grey or binary image has 1 channel, a colour image 3: bytes 0, 1, 2 of a pixel are B, G, R.
 ///   Binary images hold 255 on 0; which bytes count as foreground is stated by each operation.
 /// - Empty means 0 rows or 0 columns. Truncate is toward zero, floor is downward.
 /// - In place: the destination may be the source; the result is that of a separate destination.
@@ -61,7 +61,7 @@ class CImgproc {
 
     // ---- Colour conversion ----
 
-    /// Gray image from BGR: (107 B + 601 G + 306 R + 512) >> 10 per pixel, integers only.
+    /// Grey image from BGR: (107 B + 601 G + 306 R + 512) >> 10 per pixel, integers only.
     ///
     /// Deliberate: the weights sum to 1014, so white gives 253 and no pixel reaches 255
     /// (test: white_maps_to_253).
@@ -161,7 +161,7 @@ class CImgproc {
 
     // ---- Thresholds ----
 
-    /// Otsu's threshold of a gray image: the level that best parts its histogram into 0 .. t and t + 1 ..
+    /// Otsu's threshold of a grey image: the level that best parts its histogram into 0 .. t and t + 1 ..
     /// 255.
     ///
     /// @param[in] src  rows x cols x 1; may be empty
@@ -415,7 +415,7 @@ class CImgproc {
     /// an image (test: dilateRect_grows_by_the_full_amount_although_it_stops_at_0).
     static void dilateRect(const Rect& src, Rect& dst, const Size& size);
 
-    // ---- Gray morphology ----
+    // ---- Grey morphology ----
     //
     // Windows as in binary morphology.
 
@@ -555,7 +555,7 @@ class CImgproc {
     /// @checks "!src.empty()", "1 == src.channels || 3 == src.channels", code 1
     /// @prints the lines of bgr2gray (twice), resize (twice) and thresholdSeg, "max diff: %d" before the
     ///         last and "sharpness: %f" at the end
-    /// @cost   the conversion of a colour image; for a gray one nothing that grows with its resolution
+    /// @cost   the conversion of a colour image; for a grey one nothing that grows with its resolution
     static float getSharpness(const U8& src);
 
     /// Sharpness of the part of an image that a mask selects.

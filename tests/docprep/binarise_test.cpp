@@ -18,7 +18,7 @@ Image row_of(const std::vector<int>& levels) {
     return gray;
 }
 
-/// What becomes of one row of gray levels by Otsu's threshold.
+/// What becomes of one row of grey levels by Otsu's threshold.
 std::vector<int> binary_of(const std::vector<int>& levels, int& threshold) {
     const Image gray = row_of(levels);
     const Binarisation how = docprep::measure_for(BinariseMethod::kOtsu, gray);

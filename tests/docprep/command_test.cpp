@@ -279,7 +279,7 @@ TEST(command, a_seal_is_reported_and_drawn_where_it_is) {
     const Image picture = docprep::read_photo(folder.path("out/seal.png")).pixels;
     const auto pixel = [&](int x, int y) { return picture.data + (y * kPageCols + x) * 3; };
     EXPECT_EQ(200, pixel(kSealX, kSealY)[2]);       // the ink's own red
-    EXPECT_EQ(pixel(20, 20)[0], pixel(20, 20)[2]);  // gray paper
+    EXPECT_EQ(pixel(20, 20)[0], pixel(20, 20)[2]);  // grey paper
 }
 
 TEST(command, seals_are_those_of_the_library) {

@@ -29,12 +29,12 @@ void expect_one_line(const std::string& text);
 void expect_same_pixels(const docprep::Image& expected, const docprep::Image& found);
 
 /// A page of 4 rows of 13 dark squares, 15 x 12 pixels, at rows 40, 80, 120 and 160. It has more
-/// than two gray levels.
+/// than two grey levels.
 constexpr int kPageRows = 200;
 constexpr int kPageCols = 300;
 int page_of_squares(int row, int col);
 
-/// The page as a gray JPEG; returns its path.
+/// The page as a grey JPEG; returns its path.
 std::string write_page(const TemporaryFolder& folder, const std::string& name);
 
 /// White paper with a red disc of radius 30 in a ring of radii 40 to 50, round column 180 and row 120.

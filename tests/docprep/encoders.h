@@ -40,12 +40,12 @@ struct PngRequest {
     int cols = 7;
     bool interlaced = false;
     std::vector<Rgba> palette;     ///< for the palette type; written with tRNS when an alpha is not 255
-    std::vector<int> transparent;  ///< the one transparent gray, or R, G and B; none when empty
+    std::vector<int> transparent;  ///< the one transparent grey, or R, G and B; none when empty
     bool gamma = false;            ///< adds a gAMA chunk that asks for a strong correction
     docprep::Bytes exif;           ///< content of eXIf, from the TIFF header on
 };
 
-/// Samples have `depth` bits: gray, index, or R, G, B, and then alpha.
+/// Samples have `depth` bits: grey, index, or R, G, B, and then alpha.
 docprep::Bytes make_png(const PngRequest& request, const Samples& samples);
 
 /// A TIFF header and a directory with one entry, little- or big-endian.

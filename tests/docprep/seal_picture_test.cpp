@@ -28,7 +28,7 @@ Image mask_with(int rows, int cols, int left, int top, int width, int height) {
     return mask;
 }
 
-/// The picture as text: '#' the outline, 'o' another colour, '.' gray.
+/// The picture as text: '#' the outline, 'o' another colour, '.' grey.
 std::string kinds(const Image& picture) {
     std::string text;
     for (int row = 0; row < picture.rows; ++row) {

@@ -25,10 +25,10 @@ struct Binarisation {
     double contrast = 0;  ///< adaptive: how many levels below the mean of its surroundings print is at least
 };
 
-/// Measures a gray picture.
+/// Measures a grey picture.
 Binarisation measure_for(BinariseMethod method, const Image& gray);
 
-/// Dark pixels of a gray picture become 255, the others 0. What was measured on one picture may be applied to
+/// Dark pixels of a grey picture become 255, the others 0. What was measured on one picture may be applied to
 /// another one of the same scene. Prints as the library does.
 void binarise(const Image& gray, const Binarisation& how, Image& binary);
 

@@ -35,7 +35,7 @@ struct Source {
 /// Declares the options; parsing fills `options`, which must live as long as `app`.
 void add_input(CLI::App& app, InputOptions& options);
 
-/// Reads the photograph and turns it upright: 1 channel (gray) or 3 (B, G, R).
+/// Reads the photograph and turns it upright: 1 channel (grey) or 3 (B, G, R).
 /// @throws Failure; CException from the library; std::bad_alloc
 Image read_input(const InputOptions& options, LibraryLog& log, Steps& steps, Source& source);
 

@@ -8,7 +8,7 @@
 
 namespace docprep {
 
-/// Decodes a whole JPEG: gray to 1 channel, RGB, YCbCr, CMYK and YCCK to B, G, R. Bytes after the end of the
+/// Decodes a whole JPEG: grey to 1 channel, RGB, YCbCr, CMYK and YCCK to B, G, R. Bytes after the end of the
 /// image are ignored: phones append films and depth maps.
 ///
 /// Where the decoder would go on with invented pixels (data cut short, bad codes) the file is refused.

@@ -32,7 +32,7 @@ Image first_channel(const Image& picture) {
 }
 
 Image binary_of(const Image& picture, Steps& steps, Summary& summary) {
-    // Not by way of gray, where white is 253.
+    // Not by way of grey, where white is 253.
     if (is_black_and_white(picture)) {
         summary.line("foreground", "white (the picture is black and white)");
         return first_channel(picture);

@@ -20,7 +20,7 @@ constexpr int64_t kMostPixels = int64_t{1} << 28;
 static_assert(4 * kMostPixels <= INT32_MAX, "sample counts must fit in int");
 
 struct Photo {
-    Image pixels;             ///< as stored, before the orientation: 1 channel (gray) or 3 (B, G, R)
+    Image pixels;             ///< as stored, before the orientation: 1 channel (grey) or 3 (B, G, R)
     const char* format = "";  ///< for people: "JPEG", "PNG" or "NV21"
     int orientation = 1;      ///< as in orientation.h; 1 when the file says nothing
 };

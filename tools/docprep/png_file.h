@@ -8,7 +8,7 @@
 
 namespace docprep {
 
-/// Decodes a whole PNG of any kind: gray to 1 channel, everything else to B, G, R; 16 bits are rounded to 8,
+/// Decodes a whole PNG of any kind: grey to 1 channel, everything else to B, G, R; 16 bits are rounded to 8,
 /// transparency lies on white. Sample values are taken as they are: gamma and colour profiles do not count,
 /// so that one picture has one result.
 /// @param path for messages only

@@ -9,7 +9,7 @@ namespace docprep {
 /// The colour of the line round a seal: unlike any red, and clear on paper as on print.
 constexpr Colour kSealOutline = {{230, 90, 0}};
 
-/// The photo (3 channels) in pale gray, but for the pixels of the mask, which keep their colours on yellow;
+/// The photo (3 channels) in pale grey, but for the pixels of the mask, which keep their colours on yellow;
 /// round them a line in kSealOutline. Prints as the library does.
 /// @param mask  of the photo's size, 0 or 255; at least 3 x 3
 Image draw_seals(const Image& photo, const Image& mask);

@@ -19,7 +19,7 @@ struct Seals {
     bool found() const { return rects.size > 0; }
 };
 
-/// Searches a photo (1 or 3 channels). No seal is a result, not an error, also of a gray picture, which has
+/// Searches a photo (1 or 3 channels). No seal is a result, not an error, also of a grey picture, which has
 /// no red, of one that is too narrow for the detector, and of one where it marks shades that are only redder
 /// than the rest. Prints as the library does.
 /// @param[out] mask  of the photo's size, 255 on a seal; undefined when there is none

@@ -14,7 +14,7 @@ namespace orvex_cv_991 {
 /// O(log half) operations on whole rows a row; memory is about two rows a row of the window.
 /// @param src   1 channel, its pixels known to be readable
 /// @param half  negative: windows of no pixels, over which nothing is bright
-/// @param out   rows * cols bytes, wholly written, apart from src
+/// @param out   rows * cols bytes, wholly written, not aliasing src
 void threshold_by_window(const Mat<unsigned char>& src, int half, double offset, bool inverse, Isa isa,
                          unsigned char* out);
 

@@ -12,8 +12,9 @@ struct Affine {
     float m[6];
 };
 
-/// The inverse, in the contract's mixture of double and single precision: every element is rounded to single
-/// where it is stored. A singular matrix gives one that maps everything to (0, 0).
+/// The inverse. Steps are in single precision but for the division by the determinant and the products with
+/// its result, which are in double and rounded where they are stored. A singular matrix gives an inverse that
+/// maps everything to (0, 0).
 Affine inverse(const Affine& forward);
 
 /// Fills `dst` with samples of `src`: output pixel (row, col) is taken at inverse(col, row), interpolated

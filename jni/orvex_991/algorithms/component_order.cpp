@@ -47,8 +47,7 @@ class FreePlaces {
                   sums_.begin() + static_cast<ptrdiff_t>(2 * top_), kNeverReached);
     }
 
-    /// Takes the k-th free place (from 0) and returns it. The steps are as good as random, so they
-    /// are taken without branches.
+    /// Takes the k-th free place (from 0) and returns it. Branches would be unpredictable, so there are none.
     size_t take(int k) {
         size_t place = 0;
         for (size_t bit = top_; bit > 0; bit /= 2) {

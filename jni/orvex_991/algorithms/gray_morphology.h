@@ -14,7 +14,7 @@ namespace orvex_cv_991 {
 /// O(log width + log height) operations on whole rows a row; memory is about two rows a row of the window.
 /// @param src   1 channel, its pixels known to be readable
 /// @param size  1 .. cols by 1 .. rows
-/// @param out   rows * cols bytes, wholly written, apart from src
+/// @param out   rows * cols bytes, wholly written, not aliasing src
 void dilate_gray(const Mat<unsigned char>& src, const Size& size, Isa isa, unsigned char* out);
 
 /// As dilate_gray with the smallest value; positions outside count as 255.

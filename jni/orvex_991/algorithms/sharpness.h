@@ -1,4 +1,4 @@
-// Internal: the sharpness score of a small gray image.
+// Internal: the sharpness score of a small grey image.
 #ifndef ORVEX_991_ALGORITHMS_SHARPNESS_H
 #define ORVEX_991_ALGORITHMS_SHARPNESS_H
 

@@ -22,7 +22,7 @@ inline int floor_log2(int n) {
 /// of any length are put together from spans: two that overlap where the combination of a row with
 /// itself is the row (maximum, minimum, or), one a binary digit of the length otherwise (sum). Rows
 /// before the first are `neutral`.
-/// @tparam Combine  combine(const T* a, const T* b, T* out) writes a row; `out` is never a or b
+/// @tparam Combine  combine(const T* a, const T* b, T* out) writes a row; `out` aliases neither
 template <class T, class Combine>
 class RowSpans {
  public:

@@ -60,7 +60,7 @@ static void unpack_bits(const uint64_t* words, uint8_t* bytes, int cols, uint8_t
     for (; col < cols; ++col) bytes[col] = (uint8_t)(0 - (words[col / 64] >> (col % 64) & 1)) ^ invert;
 }
 
-// out[i] = a[i] | b[i]. `out` may be either input.
+// out[i] = a[i] | b[i]. `out` may alias either input.
 static void or_words(const uint64_t* a, const uint64_t* b, uint64_t* out, int n) {
     for (int i = 0; i < n; ++i) out[i] = a[i] | b[i];
 }

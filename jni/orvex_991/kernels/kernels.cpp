@@ -2,23 +2,32 @@
 //
 #include "kernels/kernels.h"
 
-// The vector extension of GCC and Clang, for processors that store the low byte first. ORVEX_SCALAR builds
-// without it, as other compilers do.
+// Each of these leaves something out, for tests of what then does the work: ORVEX_SCALAR all vectors,
+// as other compilers build the loops; ORVEX_PLAIN_VECTORS the instructions that simd.h takes by name,
+// as on processors that it does not know; ORVEX_BASELINE_ONLY the second compilation, which also
+// makes the binary smallest.
+
+// The vector extension of GCC and Clang, for processors that store the low byte first.
 #if defined(__GNUC__) && defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__ && \
     !defined(ORVEX_SCALAR)
 #define ORVEX_HAS_VECTORS
-#if defined(__SSE2__)
+#if defined(ORVEX_PLAIN_VECTORS)
+#elif defined(__SSE2__)
 #include <immintrin.h>
+#define ORVEX_SSE2
+#if defined(__SSSE3__)
+#define ORVEX_SSSE3
+#endif
+#if defined(__x86_64__) && !defined(ORVEX_BASELINE_ONLY)
+#define ORVEX_AVX2
+#endif
 #elif defined(__aarch64__)
 #include <arm_neon.h>
+#define ORVEX_NEON64
 #elif defined(__wasm_simd128__)
 #include <wasm_simd128.h>
+#define ORVEX_WASM
 #endif
-#endif
-
-// ORVEX_BASELINE_ONLY leaves the second compilation out, for tests of the first and for the smallest binary.
-#if defined(ORVEX_HAS_VECTORS) && defined(__x86_64__) && !defined(ORVEX_BASELINE_ONLY)
-#define ORVEX_AVX2
 #endif
 
 namespace orvex_cv_991 {

@@ -1,5 +1,5 @@
 // The kernels: result, name, parameters, and the arguments to pass on. What a kernel computes, and which of
-// its pointers may be equal, is stated at its definition, in the file that stands above it here.
+// its pointers may alias, is stated at its definition, in the file that stands above it here.
 //
 // Included where ORVEX_KERNEL(result, name, parameters, arguments) is defined: once to declare the kernels,
 // once to choose among their instruction sets.

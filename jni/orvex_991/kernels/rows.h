@@ -1,5 +1,5 @@
-// Whole rows combined element by element, for windows. `out` may be `a`; `b` may lie ahead of
-// `out` in one row.
+// Whole rows combined element by element, for windows. `out` may alias `a`, and `b` may lie ahead of
+// `out` in the same row.
 
 static void max_bytes(const uint8_t* a, const uint8_t* b, uint8_t* out, ptrdiff_t n) {
     ptrdiff_t i = 0;

@@ -1,6 +1,5 @@
-// Bilinear sampling where rows and columns are sampled apart: along source rows first, H = p * w + q * (2048
-// - w), and then between rows, H * w' + H' * (2048 - w'). Integers, so the outcome is that of the
-//   four-term sum of warp.h.
+// Bilinear sampling in two steps: along source rows first, H = p * w + q * (2048 - w), and then between rows,
+// H * w' + H' * (2048 - w'). Integers, so the outcome is that of the four-term sum of warp.h.
 
 // Where the output columns first .. first + n - 1 lie between source columns: the left neighbour's column and
 // weight. All of them lie inside the source.

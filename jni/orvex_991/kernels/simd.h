@@ -7,8 +7,8 @@
 
 #define ORVEX_INLINE static inline __attribute__((always_inline))
 
-// Before loops over a few vectors, which shall stay in registers: at -O2 GCC does not take them apart
-// by itself. Clang does.
+// Before loops over a few vectors, which shall stay in registers: at -O2 GCC does not unroll them by itself.
+// Clang does.
 #ifdef __clang__
 #define ORVEX_UNROLL
 #else
@@ -75,9 +75,9 @@ ORVEX_INLINE U16 widen_high(U8 v) {
 ORVEX_INLINE U8 narrow(I16 low, I16 high) {
 #if ORVEX_VEC == 32
     return (U8)_mm256_packus_epi16((__m256i)low, (__m256i)high);
-#elif defined(__SSE2__)
+#elif defined(ORVEX_SSE2)
     return (U8)_mm_packus_epi16((__m128i)low, (__m128i)high);
-#elif defined(__aarch64__)
+#elif defined(ORVEX_NEON64)
     return (U8)vqmovun_high_s16(vqmovun_s16((int16x8_t)low), (int16x8_t)high);
 #else
     low = low < 0 ? I16{} : low > 255 ? I16{} + 255 : low;
@@ -99,7 +99,7 @@ ORVEX_INLINE I32 widen16_high(I16 v) {
 ORVEX_INLINE I16 narrow16(I32 low, I32 high) {
 #if ORVEX_VEC == 32
     return (I16)_mm256_packs_epi32((__m256i)low, (__m256i)high);
-#elif defined(__SSE2__)
+#elif defined(ORVEX_SSE2)
     return (I16)_mm_packs_epi32((__m128i)low, (__m128i)high);
 #else
     return __builtin_shufflevector((I16)low, (I16)high, 0, 2, 4, 6, 8, 10, 12, 14);
@@ -110,9 +110,9 @@ ORVEX_INLINE I16 narrow16(I32 low, I32 high) {
 ORVEX_INLINE I32 multiply_add_pairs(I16 a, I16 b) {
 #if ORVEX_VEC == 32
     return (I32)_mm256_madd_epi16((__m256i)a, (__m256i)b);
-#elif defined(__SSE2__)
+#elif defined(ORVEX_SSE2)
     return (I32)_mm_madd_epi16((__m128i)a, (__m128i)b);
-#elif defined(__aarch64__)
+#elif defined(ORVEX_NEON64)
     return (I32)vpaddq_s32(vmull_s16(vget_low_s16((int16x8_t)a), vget_low_s16((int16x8_t)b)),
                            vmull_high_s16((int16x8_t)a, (int16x8_t)b));
 #else
@@ -124,7 +124,7 @@ ORVEX_INLINE I32 multiply_add_pairs(I16 a, I16 b) {
 ORVEX_INLINE uint32_t top_bits(U8 v) {
 #if ORVEX_VEC == 32
     return (uint32_t)_mm256_movemask_epi8((__m256i)v);
-#elif defined(__SSE2__)
+#elif defined(ORVEX_SSE2)
     return (uint32_t)_mm_movemask_epi8((__m128i)v);
 #else
     // The product gathers the eight top bits of a word, one from each byte, in its own top byte.
@@ -150,17 +150,17 @@ ORVEX_INLINE U8 narrow_to_bytes(I32 a, I32 b, I32 c, I32 d) {
 ORVEX_INLINE U8 pick(U8 table, U8 index) {
     return (U8)_mm256_shuffle_epi8((__m256i)table, (__m256i)index);
 }
-#elif defined(__SSSE3__)
+#elif defined(ORVEX_SSSE3)
 #define ORVEX_LOOKUP
 ORVEX_INLINE U8 pick(U8 table, U8 index) {
     return (U8)_mm_shuffle_epi8((__m128i)table, (__m128i)index);
 }
-#elif defined(__aarch64__)
+#elif defined(ORVEX_NEON64)
 #define ORVEX_LOOKUP
 ORVEX_INLINE U8 pick(U8 table, U8 index) {
     return (U8)vqtbl1q_u8((uint8x16_t)table, (uint8x16_t)index);
 }
-#elif defined(__wasm_simd128__)
+#elif defined(ORVEX_WASM)
 #define ORVEX_LOOKUP
 ORVEX_INLINE U8 pick(U8 table, U8 index) {
     return (U8)wasm_i8x16_swizzle((v128_t)table, (v128_t)index);

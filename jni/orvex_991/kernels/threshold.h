@@ -12,7 +12,7 @@ static void threshold_bytes(const uint8_t* bytes, uint8_t* out, ptrdiff_t n, int
 }
 
 // As threshold_bytes, every result then exclusive-ored with `invert` (0 or 255), and 0 where the mask byte is
-// 0. `out` may be either input.
+// 0. `out` may alias either input.
 static void threshold_masked_bytes(const uint8_t* bytes, const uint8_t* mask, uint8_t* out, ptrdiff_t n,
                                    int threshold, uint8_t invert) {
     ptrdiff_t i = 0;
