@@ -24,7 +24,7 @@ complain() {
     failed=1
 }
 
-files=$(find . -name '*.h' -o -name '*.cpp' | sed 's,^\./,,' | sort)
+files=$(find . -name '*.h' -o -name '*.cpp' -o -name '*.def' | sed 's,^\./,,' | sort)
 for file in $files; do
     own=$(floor_of "$file")
     [ "$own" != unknown ] || complain "$file: a folder that is no floor"

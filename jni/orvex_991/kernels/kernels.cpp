@@ -78,7 +78,7 @@ namespace kernels {
         return (void)isa, baseline::name arguments;       \
     }
 #endif
-#include "kernels/list.h"
+#include "kernels/list.def"
 #undef ORVEX_KERNEL
 
 }  // namespace kernels

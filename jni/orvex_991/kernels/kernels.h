@@ -29,7 +29,7 @@ struct CoordinateLine {
 namespace kernels {
 
 #define ORVEX_KERNEL(result, name, parameters, arguments) result name parameters;
-#include "kernels/list.h"
+#include "kernels/list.def"
 #undef ORVEX_KERNEL
 
 }  // namespace kernels
