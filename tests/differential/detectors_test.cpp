@@ -79,5 +79,37 @@ TEST(Differential, redColorDetect_of_odd_matrices_equals_the_reference) {
     compare_seals(filled(20, 20, 1, 200), true, false);
 }
 
+void compare_sharpness(const U8& src, const U8* mask) {
+    float score = -1, expected = -1;
+    auto got =
+        of_library([&] { score = mask ? CImgproc::getSharpness(src, *mask) : CImgproc::getSharpness(src); });
+    auto want = of_reference([&] {
+        expected = mask ? reference::getSharpness(to_reference(src), to_reference(*mask))
+                        : reference::getSharpness(to_reference(src));
+    });
+    ASSERT_TRUE(same(got.with("score", score), want.with("score", expected))) << shape_of(src);
+}
+
+TEST(Differential, getSharpness_equals_the_reference) {
+    Random random(105);
+    for (int round = 0; round < 1500; ++round) {
+        const U8 src = any_image(random, random.pick({1, 1, 3, 3, 2}));
+        compare_sharpness(src, nullptr);
+        U8 mask = any_image(random, random.chance(4) ? 3 : 1, src.rows, src.cols);
+        if (random.chance(30)) mask = filled(src.rows, src.cols, 1, random.pick({0, 1, 255}));
+        if (random.chance(6)) mask = any_previous(random);
+        compare_sharpness(src, &mask);
+        if (HasFatalFailure()) FAIL() << "round " << round;
+    }
+    compare_sharpness(text_page(120, 300, 8), nullptr);
+}
+
+TEST(Differential, getSharpness_of_odd_matrices_equals_the_reference) {
+    for (const U8& src : odd_matrices()) {
+        compare_sharpness(src, nullptr);
+        compare_sharpness(src, &src);
+    }
+}
+
 }  // namespace
 }  // namespace testing_support

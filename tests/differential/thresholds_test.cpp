@@ -1,5 +1,8 @@
 #include "thresholds.h"
 
+#include <cmath>
+#include <limits>
+
 #include "images.h"
 #include "outcome.h"
 
@@ -118,6 +121,68 @@ TEST(Differential, thresholds_of_odd_matrices_equal_the_reference) {
             compare_threshold(src, filled(3, 3, 1, 1), in_place, 0, 255, 9, src);
         }
     }
+}
+
+void compare_adaptive(const U8& src, const U8& previous, bool in_place, int block, double ratio,
+                      bool inverse) {
+    U8 dst = in_place ? src : previous;
+    Image<Byte> expected = to_reference(dst);
+    auto got =
+        of_library([&] { CImgproc::adaptiveThreshold(in_place ? dst : src, dst, block, ratio, inverse); });
+    auto want = of_reference(
+        [&] { reference::adaptiveThreshold(to_reference(src), expected, block, ratio, inverse); });
+    ASSERT_TRUE(same(got.with("dst", dst), want.with("dst", expected)))
+        << shape_of(src) << " block " << block << " ratio " << ratio;
+}
+
+double any_ratio(Random& random) {
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    if (random.chance(30)) return 0;
+    if (random.chance(8)) return random.pick({kInfinity, -kInfinity, std::nan(""), 1e300, -1e300, 1e-300});
+    if (random.chance(40)) return random.range(-8, 8) / 8.0;
+    return (random.range(0, 1 << 20) - (1 << 19)) / static_cast<double>(1 << 18);
+}
+
+TEST(Differential, adaptiveThreshold_equals_the_reference) {
+    Random random(103);
+    for (int round = 0; round < 2500; ++round) {
+        U8 src = any_image(random, random.chance(3) ? 3 : 1, random.range(1, 40), random.range(1, 40));
+        // Few levels make means that meet pixel values exactly.
+        if (random.chance(30))
+            for (int i = 0; i < src.rows * src.cols; ++i)
+                src.data[i] = static_cast<unsigned char>(src.data[i] & 3);
+        int block = random.range(-4, 45);
+        if (random.chance(5)) block = random.pick({INT32_MAX, INT32_MIN, 1000, -1000});
+        compare_adaptive(src, any_previous(random), random.chance(25), block, any_ratio(random),
+                         random.chance(50));
+        if (HasFatalFailure()) FAIL() << "round " << round;
+    }
+}
+
+TEST(Differential, adaptiveThreshold_with_large_blocks_equals_the_reference) {
+    Random random(104);
+    for (const int block : {15, 31, 51, 101, 300, 519}) {
+        const U8 src = any_image(random, 1, random.range(60, 130), random.range(60, 130));
+        compare_adaptive(src, U8(), false, block, any_ratio(random), false);
+    }
+    compare_adaptive(text_page(160, 200, 5), U8(), false, 51, -0.2, true);
+}
+
+// Columns of more than 257 bright rows, whose sums 16 bits do not hold, beside ones that they just hold.
+TEST(Differential, adaptiveThreshold_of_tall_bright_windows_equals_the_reference) {
+    Random random(106);
+    for (const int block : {601, 513, 301, 259, 257, 255}) {
+        U8 src = filled(300, 4, 1, 0);
+        for (int i = 0; i < 300 * 4; ++i) src.data[i] = static_cast<unsigned char>(random.range(240, 255));
+        compare_adaptive(src, U8(), false, block, 0.1, false);
+        compare_adaptive(filled(300, 4, 1, 255), U8(), false, block, 0, true);
+    }
+}
+
+TEST(Differential, adaptiveThreshold_of_odd_matrices_equals_the_reference) {
+    for (const U8& src : odd_matrices())
+        for (const bool in_place : {false, true})
+            compare_adaptive(src, filled(2, 2, 2, 3), in_place, 3, 0.1, false);
 }
 
 }  // namespace

@@ -5,6 +5,8 @@
 
 namespace reference {
 
+float getSharpness(const Image<Byte>& src);
+float getSharpness(const Image<Byte>& src, const Image<Byte>& mask);
 void saliencyDetect(Image<Byte> src, Image<Byte>& dst, const Image<Byte>& mask, List<Byte>& level_saliency);
 void redColorDetect(Image<Byte> src, Image<Byte>& dst, bool relaxed);
 

@@ -12,9 +12,6 @@ Byte minVal(const Image<Byte>& src);
 Byte maxVal(const Image<Byte>& src);
 int countNonZero(const Image<Byte>& src);
 float countNonZeroRate(const Image<Byte>& src);
-void adaptiveThreshold(Image<Byte> src, Image<Byte>& dst, int block_size, double std_ratio, bool inverse);
-float getSharpness(const Image<Byte>& src);
-float getSharpness(const Image<Byte>& src, const Image<Byte>& mask);
 
 }  // namespace reference
 

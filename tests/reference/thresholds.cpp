@@ -1,8 +1,11 @@
 #include "thresholds.h"
+#include "statistics.h"
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 namespace reference {
 
@@ -100,6 +103,39 @@ int threshold(Image<Byte> src, Image<Byte>& dst, int low_th, int high_th, int ty
     thresholdSeg(src, dst, t);
     if (invert) dst.complement();
     return t;
+}
+
+void adaptiveThreshold(Image<Byte> src, Image<Byte>& dst, int block_size, double std_ratio, bool inverse) {
+    check(!src.empty(), "!src.empty()", "adaptiveThreshold");
+    check(1 == src.channels, "1 == src.channels", "adaptiveThreshold");
+    float mean = 0, sigma = 0;
+    meanStdDev(src, mean, sigma);
+    const double b = static_cast<double>(sigma) * std_ratio;
+    src.flat();
+    Image<Byte> out;
+    out.create(src.rows, src.cols, 1, 0);
+    out.data = src.data;
+    const int64_t h = block_size / 2;
+    for (int64_t r = 0; r < src.rows; ++r) {
+        for (int64_t c = 0; c < src.cols; ++c) {
+            const int64_t bottom = r + h < src.rows ? r + h + 1 : src.rows;
+            const int64_t right = c + h < src.cols ? c + h + 1 : src.cols;
+            int sum = 0, count = 0;
+            for (int64_t y = std::max<int64_t>(r - h, 0); y < bottom; ++y)
+                for (int64_t x = std::max<int64_t>(c - h, 0); x < right; ++x) {
+                    sum = wrapping(static_cast<int64_t>(sum) +
+                                   src.data.at(static_cast<size_t>(y * src.cols + x)));
+                    ++count;
+                }
+            const double m = static_cast<double>(sum) / static_cast<double>(count);
+            const double t = m + b;
+            const size_t at = static_cast<size_t>(r * src.cols + c);
+            const bool above = static_cast<double>(src.data.at(at)) > t;
+            out.data.at(at) = above ? 255 : 0;
+            if (inverse) out.data.at(at) = static_cast<Byte>(~out.data.at(at));
+        }
+    }
+    std::swap(dst, out);
 }
 
 }  // namespace reference

@@ -161,6 +161,10 @@ U8 text_page(int rows, int cols, uint64_t seed) {
     return m;
 }
 
+int count(const U8& m, int value) {
+    return static_cast<int>(std::count(m.data, m.data + m.rows * m.cols, static_cast<unsigned char>(value)));
+}
+
 std::string shape_of(const U8& m) {
     return std::to_string(m.rows) + " x " + std::to_string(m.cols) + " x " + std::to_string(m.channels);
 }

@@ -86,6 +86,9 @@ reference::Image<T> to_reference(const orvex_cv_991::Mat<T>& m) {
     return image;
 }
 
+/// How many of the first rows * cols bytes are `value`.
+int count(const U8& m, int value);
+
 /// "rows x cols x channels", for messages.
 std::string shape_of(const U8& m);
 

@@ -11,8 +11,70 @@
 namespace testing_support {
 namespace {
 
+using orvex_991::CException;
 using orvex_991::vector;
 using orvex_cv_991::CImgproc;
+
+// ---- Sharpness ----
+
+float sharpness(const U8& src, std::string* printed = nullptr) {
+    float score = -1;
+    const std::string text = printed_by([&] { score = CImgproc::getSharpness(src); });
+    if (printed) *printed = normalised(text);
+    return score;
+}
+
+TEST(Sharpness, of_a_uniform_image_is_0) {
+    std::string printed;
+    EXPECT_EQ(sharpness(filled(40, 60, 1, 77), &printed), 0.0f);
+    EXPECT_NE(printed.find("max diff: 0\n"), std::string::npos);
+}
+
+TEST(Sharpness, of_a_page_falls_when_it_is_blurred) {
+    const U8 page = text_page(15, 90, 4);
+    U8 half, blurred;
+    printed_by([&] {
+        CImgproc::resize(page, half, 0.4f, orvex_cv_991::INTERP_LINEAR);
+        CImgproc::resize(half, blurred, orvex_cv_991::Size(90, 15), orvex_cv_991::INTERP_LINEAR);
+    });
+    EXPECT_GT(sharpness(page), 1.5f * sharpness(blurred));
+}
+
+TEST(Sharpness, with_an_all_zero_mask_is_0) {
+    const U8 page = text_page(30, 90, 4);
+    printed_by([&] { EXPECT_EQ(CImgproc::getSharpness(page, filled(30, 90, 1, 0)), 0.0f); });
+}
+
+// The dilation comes before the filter, so too few columns end in its check and not in a score of 0.
+TEST(Sharpness, of_fewer_than_3_reduced_columns_ends_in_the_check_of_the_dilation) {
+    std::string printed;
+    printed = normalised(
+        printed_by([&] { EXPECT_THROW(CImgproc::getSharpness(filled(30, 5, 1, 9)), CException); }));
+    EXPECT_NE(printed.find(
+                  "input error src.cols >= size.width \n[warn]file: jni/orvex_991/cv_imgproc.cpp, line: #, "
+                  "function: dilateGray"),
+              std::string::npos);
+    printed = normalised(
+        printed_by([&] { EXPECT_THROW(CImgproc::getSharpness(filled(40, 2, 1, 9)), CException); }));
+    EXPECT_NE(printed.find("out_size.width > 0"), std::string::npos);
+}
+
+TEST(Sharpness, prints_its_score_and_the_lines_of_its_steps) {
+    const std::string d = "D cv_imgproc.cpp:#] ";
+    const std::string resized =
+        d + "linear\n" + d + "warpaffine cost time: #ms\n" + d + "image resize cost time: #ms\n";
+    const std::string copied = d + "bgr2gray - source image is 1-channel\n" + d + "bgr2gray cost time: #ms\n";
+    const std::string rest = copied + resized + resized + d + "max diff: 0\n" + d +
+                             "thresholdSeg cost time: #ms\n" + d + "sharpness: 0.000000\n";
+    std::string printed;
+    sharpness(filled(20, 20, 3, 9), &printed);
+    EXPECT_EQ(printed, d + "bgr2gray cost time: #ms\n" + rest);
+    sharpness(filled(20, 20, 1, 9), &printed);
+    EXPECT_EQ(printed, copied + rest);
+    const U8 page = text_page(15, 60, 9);
+    const float score = sharpness(page, &printed);
+    EXPECT_NE(printed.find("sharpness: " + std::to_string(score) + "\n"), std::string::npos);
+}
 
 // ---- Saliency ----
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 
 #include "capture.h"
 #include "images.h"
@@ -9,10 +10,6 @@ namespace testing_support {
 namespace {
 
 using orvex_cv_991::CImgproc;
-
-int count(const U8& m, int value) {
-    return static_cast<int>(std::count(m.data, m.data + m.rows * m.cols, static_cast<unsigned char>(value)));
-}
 
 // threshold() with what it prints dropped.
 int thresholded(const U8& src, U8& dst, int type, const U8& mask = U8()) {
@@ -154,6 +151,73 @@ TEST(Threshold, masked_form_prints_nothing_and_needs_an_output_with_room) {
     dst = filled(2, 5, 1, 7);  // larger is fine: only the first bytes change
     thresholded(filled(1, 4, 1, 3), dst, 8, filled(1, 4, 1, 1));
     EXPECT_EQ(count(dst, 7), 6);
+}
+
+// ---- Adaptive threshold ----
+
+U8 adaptively_thresholded(const U8& src, int block, double ratio, bool inverse = false) {
+    U8 dst;
+    EXPECT_EQ(printed_by([&] { CImgproc::adaptiveThreshold(src, dst, block, ratio, inverse); }), "");
+    return dst;
+}
+
+TEST(AdaptiveThreshold, a_window_of_one_pixel_is_never_below_it) {
+    const U8 page = text_page(20, 30, 1);
+    for (const int block : {-1, 0, 1}) {
+        EXPECT_EQ(count(adaptively_thresholded(page, block, 0), 0), 600);
+        EXPECT_EQ(count(adaptively_thresholded(page, block, 0, true), 255), 600);
+    }
+}
+
+TEST(AdaptiveThreshold, a_constant_image_is_0_whatever_the_ratio) {
+    for (const double ratio : {-3.0, 0.0, 0.5}) {
+        EXPECT_EQ(count(adaptively_thresholded(filled(8, 8, 1, 90), 5, ratio), 0), 64);
+        EXPECT_EQ(count(adaptively_thresholded(filled(8, 8, 1, 90), 5, ratio, true), 255), 64);
+    }
+}
+
+TEST(AdaptiveThreshold, a_negative_ratio_turns_flat_areas_white) {
+    U8 m = filled(21, 21, 1, 90);
+    m.at(20, 20) = 250;  // a deviation above 0
+    EXPECT_EQ(adaptively_thresholded(m, 5, -0.5).at(3, 3), 255);
+    EXPECT_EQ(adaptively_thresholded(m, 5, 0.5).at(3, 3), 0);
+}
+
+TEST(AdaptiveThreshold, an_empty_window_has_nothing_above_it) {
+    EXPECT_EQ(count(adaptively_thresholded(text_page(9, 9, 1), -3, -5), 0), 81);
+    EXPECT_EQ(count(adaptively_thresholded(text_page(9, 9, 1), -3, -5, true), 255), 81);
+}
+
+TEST(AdaptiveThreshold, a_deviation_that_is_not_a_number_leaves_nothing_above) {
+    Random random(3);
+    for (int round = 0; round < 2000; ++round) {
+        U8 m = filled(random.range(50, 99), random.range(50, 99), 1, random.range(100, 254));
+        m.data[7] = static_cast<unsigned char>(m.data[7] + 1);
+        float mean = 0, stddev = 0;
+        CImgproc::meanStdDev(m, mean, stddev);
+        if (!std::isnan(stddev)) continue;
+        EXPECT_EQ(count(adaptively_thresholded(m, 3, -1), 0), m.rows * m.cols);
+        EXPECT_EQ(count(adaptively_thresholded(m, 3, -1, true), 255), m.rows * m.cols);
+        return;
+    }
+    FAIL() << "no image had such a deviation";
+}
+
+TEST(AdaptiveThreshold, windows_are_cut_at_the_corner) {
+    U8 m = filled(6, 6, 1, 0);
+    for (int row = 0; row < 3; ++row)
+        for (int col = 0; col < 3; ++col) m.at(row, col) = 10;
+    m.at(0, 0) = 9;
+    const U8 dst = adaptively_thresholded(m, 5, 0);
+    EXPECT_EQ(dst.at(0, 0), 0);    // below 89 / 9; padded to 25 pixels the mean would be 3.6
+    EXPECT_EQ(dst.at(2, 2), 255);  // above 89 / 25
+}
+
+// Sums are taken in 32 bits, which wrap for windows of more than 8.4 million white pixels.
+TEST(AdaptiveThreshold, sums_of_huge_windows_wrap) {
+    const U8 white = filled(2902, 2902, 1, 255);  // 2902^2 * 255 is just above 2^31
+    EXPECT_EQ(adaptively_thresholded(white, 2147483647, 0).data[0], 255);
+    EXPECT_EQ(adaptively_thresholded(filled(2900, 2900, 1, 255), 2147483647, 0).data[0], 0);
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "images.h"
-#include "statistics.h"
+#include "thresholds.h"
 
 namespace testing_support {
 namespace {
