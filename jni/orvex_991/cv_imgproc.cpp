@@ -721,8 +721,9 @@ bool PosComp(const Point& a, const Point& b) {
 void CImgproc::convexHull(const vector<Point>& points, vector<Point>& hull) {
     Clock clock;
     clock.start();
+    if (&hull != &points) hull.clear();
     const std::vector<Point> corners = wrapping_convex_hull(points);
-    hull.clear();  // only now: it may be `points`
+    hull.clear();
     for (const Point& corner : corners) hull.push_back(corner);
     ORVEX_REPORT_TIME(clock, "convexhull done (%fms)\n");
 }

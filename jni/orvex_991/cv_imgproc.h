@@ -14,9 +14,10 @@
 ///
 /// Errors are thrown as orvex_991::CException. A failed check prints two lines on standard output, a prefix
 /// "D file:line] " with the text of the condition that had to hold, and throws code 1; the checks of an
-/// operation are listed in their order under @checks. Code 3 means that pixels could not be allocated or that
-/// a matrix does not hold as many as its shape says. Outputs keep whatever they held at that moment: most
-/// operations replace an output only once the result is complete, others say so.
+/// operation are listed in their order under @checks. Code 3 means that memory for pixels or for the work on
+/// them could not be had, or that a matrix does not hold as many pixels as its shape says. Outputs keep
+/// whatever they held at that moment: most operations replace an output only once the result is complete,
+/// others say so. Where a list grows for the caller, std::bad_alloc may pass: such operations name it.
 ///
 /// Operations are static and keep no state: threads may call them at the same time on different outputs.
 /// Lines on standard output of threads that run at the same time may interleave.
@@ -91,9 +92,9 @@ class CImgproc {
 
     /// Hue 0 .. 180, saturation and value 0 .. 255 from BGR, in integers with 12 fraction bits.
     ///
-    /// @param[in]  src  rows x cols x 3. Other channel counts are not refused: pixels start
-    ///                  `channels` bytes apart and are read as 3 consecutive bytes, those beyond the
-    ///                  end of the image as 0
+    /// @param[in]  src  rows x cols x 3. Other channel counts are not refused: pixels start 3 bytes apart
+    ///                  when there are fewer, `channels` bytes apart when there are more, and are read as 3
+    ///                  consecutive bytes, those beyond the end of the image as 0
     /// @param[out] dst  rows x cols x 3, initialised before anything else; may be src
     /// @throws CException code 3 (dst has the new shape)
     /// @checks none
@@ -104,7 +105,9 @@ class CImgproc {
 
     // ---- Statistics ----
     //
-    // All look at the first rows * cols bytes, whatever the channels; some refuse more than one channel.
+    // All look at the first rows * cols bytes, whatever the channels; some refuse more than one channel. The
+    // product is taken in wrapping 32 bits. Below 1, as for what a failed mat_create(-2, 3, 1, 0) leaves,
+    // nothing is read and the result is that of no pixels.
 
     /// Spreads the grey levels by their cumulative share c: level k becomes the integer part of
     /// c[k] * 255 + 0.5.
@@ -123,7 +126,7 @@ class CImgproc {
     /// (test: of_one_pixel_is_1_divided_by_the_guarded_count).
     /// @param[in]  src  rows x cols x 1
     /// @param[out] h    256 entries; emptied before anything else, the checks included
-    /// @throws CException code 3
+    /// @throws CException code 3; std::bad_alloc without memory for h
     /// @checks "!src.empty()", "1 == src.channels", code 1
     /// @prints nothing
     /// @cost   one pass
@@ -140,13 +143,16 @@ class CImgproc {
     /// @cost   one pass
     static void meanStdDev(const U8& src, float& mean, float& stddev);
 
-    /// The first pixel. Deliberate: not the minimum (test: minVal_looks_at_the_first_pixel_only).
+    /// The first pixel; 255 of no pixels. Deliberate: not the minimum
+    /// (test: minVal_looks_at_the_first_pixel_only).
     ///
+    /// @throws CException code 3
     /// @checks "!src.empty()", "1 == src.channels", code 1
     static unsigned char minVal(const U8& src);
 
     /// 255. Deliberate: not the maximum (test: maxVal_is_255).
     ///
+    /// @throws CException code 3
     /// @checks "!src.empty()", "1 == src.channels", code 1
     static unsigned char maxVal(const U8& src);
 
@@ -338,7 +344,8 @@ class CImgproc {
     /// @param[in,out] mask       null, or a matrix that already holds out_size.width * out_size.height bytes;
     /// gets 1
     ///                           where interpolated and 0 where copied, its shape stays. May be src or dst
-    /// @throws CException code 3 (dst unchanged)
+    /// @throws CException code 3 (dst unchanged, mask written in part), also when out_size has more pixels than
+    ///         can be allocated; an output of which no pixel is written is made whatever its shape
     /// @checks "!src.empty()", "!trans_matrix.empty()", "2 == trans_matrix.rows", "3
     ///         == trans_matrix.cols", code 1
     /// @prints "linear" when it samples, then "warpaffine cost time: %fms"
@@ -456,10 +463,10 @@ class CImgproc {
     /// @param[in]  src  rows x cols x 1
     /// @param[out] dst  rows x cols x 1: 0 for background, else the component's number
     /// @param[out] num  number of components
-    /// @throws CException code 3 (dst has the new shape); code 4 when two labels meet that a scan
-    ///         pixel by pixel would not yet have joined, one of them at rows * cols / 2 or above
-    ///         (smallest case: the 2 x 2 image 0, 255, 255, 255): dst then holds the labels given so
-    ///         far, num is unchanged
+    /// @throws CException code 3 (dst has the new shape); std::bad_alloc without memory for the labels (dst is
+    ///         zero); code 4 when two labels meet that a scan pixel by pixel would not yet have joined, one of
+    ///         them at rows * cols / 2 or above (smallest case: the 2 x 2 image 0, 255, 255, 255; dst holds
+    ///         the labels given so far). num is unchanged then
     /// @checks "!src.empty()", "1 == src.channels", code 1 (dst and num unchanged)
     /// @prints "bwlabel cost time: %fms"
     /// @cost   two passes over the runs of the rows
@@ -505,6 +512,7 @@ class CImgproc {
     /// coordinates differ by no more than some 32,000 (test: products_wrap_in_32_bits).
     /// @param[in]  points  any order, repetitions allowed
     /// @param[out] hull    emptied first; may be points
+    /// @throws std::bad_alloc without memory for the lists
     /// @checks none
     /// @prints "convexhull done (%fms)"
     /// @cost   O(n log n)
@@ -514,7 +522,7 @@ class CImgproc {
     ///
     /// @param[in] mat  the first rows * cols bytes are taken as one channel, whatever the channels
     /// @return without corners when the foreground has no area
-    /// @throws CException code 3
+    /// @throws CException code 3; std::bad_alloc without memory for the lists
     /// @checks "!mat.empty()", code 1
     /// @prints the line of convexHull, then "min area done (%fms)"
     /// @cost   one pass
@@ -526,6 +534,7 @@ class CImgproc {
     /// The center is the mean of the corners; width is the length of the side from corner 0 to 1 and
     /// height that of the next side, both truncated; angle is the direction of the first side in
     /// radians, y pointing up.
+    /// @throws std::bad_alloc without memory for the lists
     /// @checks none
     /// @prints nothing
     static RotatedRect minAreaRect(const orvex_991::vector<Point>& points);

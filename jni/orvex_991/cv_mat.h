@@ -35,7 +35,7 @@ class Mat {
     ///
     /// The element count is computed in wrapping signed 32-bit arithmetic. A negative count throws; so two
     /// negative extents make a block, and a count that wraps to 0 or above makes a block of that many
-    /// elements (operations refuse such a matrix with code 3).
+    /// elements (operations that would look beyond them refuse such a matrix with code 3).
     /// @throws CException code 3, nothing printed; the shape fields keep the new values and data is null
     void mat_create(int rows, int cols, int channels, int fill);
 

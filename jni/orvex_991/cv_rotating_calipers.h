@@ -15,6 +15,7 @@ class RotatingCalipers {
     /// around the rectangle. Computed in double precision, rounded to single at the end.
     /// @param points  any order, repetitions allowed
     /// @return 4 corners, or none for fewer than 3 distinct hull points
+    /// @throws std::bad_alloc without memory for the lists
     /// @cost O(n) for a convex polygon in the order of CImgproc::convexHull, else O(n log n) to find it
     static orvex_991::vector<Point32f> getMinimumBoundingRectangle(orvex_991::vector<Point> points);
 };

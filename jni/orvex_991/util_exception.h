@@ -8,9 +8,9 @@ namespace orvex_991 {
 /// The one exception type that the library throws on its own account.
 ///
 /// Codes: 1 an input check failed (its text was printed on standard output) or the input's format is not
-/// supported; 2 an operation failed inside a guarded body, or a detector found nothing; 3 a pixel buffer
-/// could not be allocated, or a matrix does not hold the pixels that its shape promises; 4 a vector index is
-/// out of range. The message is empty except where an operation's documentation quotes one.
+/// supported; 2 an operation failed inside a guarded body, or a detector found nothing; 3 memory for pixels or
+/// for the work on them could not be had, or a matrix does not hold the pixels that its shape promises; 4 a
+/// vector index is out of range. The message is empty except where an operation's documentation quotes one.
 class CException {
  public:
     int code;

@@ -242,13 +242,15 @@ TEST(FailingMemory, of_hulls_and_their_rectangles_is_the_arrays_own_exception) {
     EXPECT_EQ(blocks_in_use(), in_use);
 }
 
-TEST(FailingMemory, of_a_hull_leaves_the_old_one_until_the_corners_are_known) {
+TEST(FailingMemory, of_a_hull_leaves_it_empty_unless_it_is_the_points) {
     vector<Point> points(3), hull(2, Point(7, 7));
     points[1] = Point(5, 0);
     points[2] = Point(0, 5);
     const Failure failure = failure_of(1, [&] { CImgproc::convexHull(points, hull); });
     EXPECT_TRUE(failure.is_bad_alloc);
-    EXPECT_EQ(hull.size, 2);
+    EXPECT_EQ(hull.size, 0);
+    EXPECT_TRUE(failure_of(1, [&] { CImgproc::convexHull(points, points); }).is_bad_alloc);
+    EXPECT_EQ(points.size, 3);
 }
 
 TEST(FailingMemory, of_matrices_is_code_3_and_of_lists_the_runtimes_exception) {
