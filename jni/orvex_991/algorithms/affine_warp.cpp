@@ -84,6 +84,8 @@ class Warp {
           cols_(dst.cols),
           rows_(dst.rows),
           channels_(dst.channels),
+          src_rows_(channels_ == 0 ? std::max(src.rows, 1) : src.rows),
+          src_cols_(channels_ == 0 ? std::max(src.cols, 1) : src.cols),
           stride_(static_cast<ptrdiff_t>(src.cols) * src.channels),
           out_(dst.data),
           mask_(mask) {}
@@ -113,7 +115,7 @@ class Warp {
                 for (int col = 0; col < cols_; ++col) sample(at(x_at, col), at(y_at, col));
                 continue;
             }
-            const Columns in_x = inside(x_at, cols_, src_.cols), in_y = inside(y_at, cols_, src_.rows);
+            const Columns in_x = inside(x_at, cols_, src_cols_), in_y = inside(y_at, cols_, src_rows_);
             const int begin = std::max(in_x.begin, in_y.begin);
             const int end = std::max(begin, std::min(in_x.end, in_y.end));
             copy(x_at, y_at, 0, begin);
@@ -125,7 +127,7 @@ class Warp {
 
     void run_separable() {
         const CoordinateLine x_at = x(0);
-        const Columns columns = inside(x_at, cols_, src_.cols);
+        const Columns columns = inside(x_at, cols_, src_cols_);
         const int width = columns.end - columns.begin;
         Stretch stretch(*this, x_at, columns);
         // Both stretched rows between which output rows lie, kept while several do.
@@ -144,7 +146,7 @@ class Warp {
         for (int row = 0; row < rows_; ++row) {
             const CoordinateLine y_at = y(row);
             const int top = floor_at(y_at, 0);
-            if (top < 0 || top >= src_.rows - 1) {
+            if (top < 0 || top >= src_rows_ - 1) {
                 copy(x_at, y_at, 0, cols_);
                 continue;
             }
@@ -261,9 +263,9 @@ class Warp {
     // The definition for one pixel, for any coordinate. Not-a-number has floor 0 and weight 0.
     void sample(float x_at, float y_at) {
         const int row = floor_to_int(y_at), col = floor_to_int(x_at);
-        const bool is_inside = row >= 0 && row < src_.rows - 1 && col >= 0 && col < src_.cols - 1;
-        const int nearest_row = std::min(std::max(row, 0), src_.rows - 1);
-        const int nearest_col = std::min(std::max(col, 0), src_.cols - 1);
+        const bool is_inside = row >= 0 && row < src_rows_ - 1 && col >= 0 && col < src_cols_ - 1;
+        const int nearest_row = std::min(std::max(row, 0), src_rows_ - 1);
+        const int nearest_col = std::min(std::max(col, 0), src_cols_ - 1);
         const unsigned char* const p =
             src_.data + nearest_row * stride_ + static_cast<ptrdiff_t>(nearest_col) * channels_;
         const int wx = is_inside ? weight_q11(x_at, col) : 0, wy = is_inside ? weight_q11(y_at, row) : 0;
@@ -284,7 +286,7 @@ class Warp {
     // the nearest source pixels.
     void copy(const CoordinateLine& x_at, const CoordinateLine& y_at, int begin, int end) {
         if (begin == end) return;
-        kernels::copy_row(isa_, src_.data, src_.rows, src_.cols, channels_, x_at, y_at, begin, out_,
+        kernels::copy_row(isa_, src_.data, src_rows_, src_cols_, channels_, x_at, y_at, begin, out_,
                           end - begin);
         advance(end - begin, 0);
     }
@@ -298,6 +300,9 @@ class Warp {
     const float* const a_;
     const Isa isa_;
     const int cols_, rows_, channels_;
+    // Of the source. Without channels any extents are legal, and no point lies inside one of a single
+    // pixel, as none does in one that is negative.
+    const int src_rows_, src_cols_;
     const ptrdiff_t stride_;
     unsigned char* out_;
     unsigned char* mask_;
