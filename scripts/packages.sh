@@ -25,6 +25,6 @@ need_packages() {
 
 build_packages="g++ cmake ninja-build pkg-config"
 docprep_packages="libjpeg62-turbo-dev libpng-dev zlib1g-dev libexif-dev libcli11-dev nlohmann-json3-dev"
-test_packages="libgtest-dev binutils"
+test_packages="libgtest-dev binutils valgrind"
 aarch64_packages="g++-aarch64-linux-gnu qemu-user googletest"
 bench_packages="libbenchmark-dev libyuv-dev libleptonica-dev libvips-dev libcgal-dev"
