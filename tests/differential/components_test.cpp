@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "images.h"
-#include "outcome.h"
+#include "same.h"
 
 namespace testing_support {
 namespace {

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "images.h"
-#include "outcome.h"
+#include "same.h"
 #include "seals.h"
 
 namespace testing_support {

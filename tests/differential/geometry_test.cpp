@@ -4,7 +4,7 @@
 #include <limits>
 
 #include "images.h"
-#include "outcome.h"
+#include "same.h"
 
 namespace testing_support {
 namespace {

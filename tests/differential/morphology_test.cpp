@@ -5,7 +5,7 @@
 #include <iterator>
 
 #include "images.h"
-#include "outcome.h"
+#include "same.h"
 
 namespace testing_support {
 namespace {

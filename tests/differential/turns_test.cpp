@@ -1,7 +1,7 @@
 #include "turns.h"
 
 #include "images.h"
-#include "outcome.h"
+#include "same.h"
 
 namespace testing_support {
 namespace {

@@ -9,7 +9,7 @@
 
 #include "allocations.h"
 #include "capture.h"
-#include "operations.h"
+#include "same.h"
 
 namespace testing_support {
 namespace {

@@ -12,6 +12,7 @@
 #include "capture.h"
 #include "cv_imgproc.h"
 #include "operations.h"
+#include "same.h"
 #include "seals.h"
 
 namespace testing_support {
@@ -81,7 +82,7 @@ U8 photo_of_a_seal() {
 void expect_documented(const Operation& operation, const Failure& failure, const Outputs& before,
                        Outputs after, const U8& src) {
     after.mask = before.mask;  // it may have been written in part
-    const bool unchanged = static_cast<bool>(same(outcome_of(after), outcome_of(before)));
+    const bool unchanged = static_cast<bool>(same(outcome_of({}, after), outcome_of({}, before)));
     const bool initialised = after.dst.rows == src.rows && after.dst.cols == src.cols;
     switch (operation.out_of_memory) {
         case OutOfMemory::kCode3:

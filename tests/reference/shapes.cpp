@@ -56,9 +56,87 @@ void convexHull(const List<Point>& points, List<Point>& hull) {
     print_line("convexhull done (#ms)");
 }
 
-RotatedRect minAreaRect(const List<Point>& points, const Calipers& calipers) {
+namespace {
+
+// Corners of the hull by exact products, from the least point by x, then y, and in the order in which
+// every next corner lies to the left (y pointing up). Gift wrapping.
+std::vector<Point> exact_hull(const List<Point>& points) {
+    std::vector<Point> hull;
+    if (points.size() == 0) return hull;
+    Point corner = points[0];
+    for (const Point& point : points.items)
+        if (before(point, corner)) corner = point;
+    const Point first = corner;
+    do {
+        hull.push_back(corner);
+        Point next = corner;
+        for (const Point& point : points.items) {
+            const int64_t ax = int64_t{next.x} - corner.x, ay = int64_t{next.y} - corner.y;
+            const int64_t bx = int64_t{point.x} - corner.x, by = int64_t{point.y} - corner.y;
+            const int64_t turn = ax * by - ay * bx;
+            // To the right of the best so far, or further out in its direction.
+            if (turn < 0 || (turn == 0 && ax * ax + ay * ay < bx * bx + by * by)) next = point;
+        }
+        corner = next;
+    } while (corner.x != first.x || corner.y != first.y);
+    return hull;
+}
+
+}  // namespace
+
+List<Point32f> calipers(const List<Point>& points) {
+    const std::vector<Point> hull = exact_hull(points);
+    const size_t n = hull.size();
+    List<Point32f> corners;
+    if (n < 3) return corners;
+    double best_area = 0;
+    for (size_t edge = 0; edge < n; ++edge) {
+        const Point a = hull[edge], b = hull[(edge + 1) % n];
+        const int64_t dx = int64_t{b.x} - a.x, dy = int64_t{b.y} - a.y;
+        // The corners furthest back, on, and across; of several the first round the hull from the edge's end.
+        struct Extreme {
+            int64_t reach = INT64_MIN;
+            double along = 0, across = 0;
+        } least, most, furthest;
+        for (size_t k = 1; k <= n; ++k) {
+            const Point c = hull[(edge + k) % n];
+            const int64_t cx = int64_t{c.x} - a.x, cy = int64_t{c.y} - a.y;
+            const double x = static_cast<double>(dx), y = static_cast<double>(dy);
+            const double xx = x * static_cast<double>(cx), yy = y * static_cast<double>(cy);
+            const double xy = x * static_cast<double>(cy), yx = y * static_cast<double>(cx);
+            const double along = xx + yy, across = xy - yx;
+            if (dx * cx + dy * cy > most.reach) most = {dx * cx + dy * cy, along, across};
+            if (-(dx * cx + dy * cy) > least.reach) least = {-(dx * cx + dy * cy), along, across};
+            if (dx * cy - dy * cx > furthest.reach) furthest = {dx * cy - dy * cx, along, across};
+        }
+        const double xx = static_cast<double>(dx) * static_cast<double>(dx);
+        const double yy = static_cast<double>(dy) * static_cast<double>(dy);
+        const double squared = xx + yy;
+        const double extent = most.along - least.along;
+        const double length = extent / squared;
+        const double area = length * furthest.across;
+        if (edge > 0 && !(area < best_area)) continue;
+        best_area = area;
+        corners.clear();
+        const auto corner = [&](double along, double across) {
+            const double along_x = along * static_cast<double>(dx),
+                         across_y = across * static_cast<double>(dy);
+            const double along_y = along * static_cast<double>(dy),
+                         across_x = across * static_cast<double>(dx);
+            const double x_part = (along_x - across_y) / squared, y_part = (along_y + across_x) / squared;
+            corners.push_back({static_cast<float>(a.x + x_part), static_cast<float>(a.y + y_part)});
+        };
+        corner(least.along, 0);
+        corner(most.along, 0);
+        corner(most.along, furthest.across);
+        corner(least.along, furthest.across);
+    }
+    return corners;
+}
+
+RotatedRect minAreaRect(const List<Point>& points, const Calipers& calipers_of) {
     RotatedRect rect;
-    List<Point32f> c = calipers(points);
+    List<Point32f> c = calipers_of(points);
     if (c.size() != 4) return rect;
     const float sum_x = ((c[0].x + c[1].x) + c[2].x) + c[3].x;
     const float sum_y = ((c[0].y + c[1].y) + c[2].y) + c[3].y;
@@ -75,7 +153,7 @@ RotatedRect minAreaRect(const List<Point>& points, const Calipers& calipers) {
     return rect;
 }
 
-RotatedRect minAreaRect(const Image<Byte>& mat, const Calipers& calipers) {
+RotatedRect minAreaRect(const Image<Byte>& mat, const Calipers& calipers_of) {
     check(!mat.empty(), "!mat.empty()", "minAreaRect");
     const int n = mat.counted();
     std::vector<Point> foreground;
@@ -112,7 +190,7 @@ RotatedRect minAreaRect(const Image<Byte>& mat, const Calipers& calipers) {
     List<Point> outline = top_chain, hull;
     for (const Point& point : bottom_chain.items) outline.push_back(point);
     convexHull(outline, hull);
-    RotatedRect rect = minAreaRect(hull, calipers);
+    RotatedRect rect = minAreaRect(hull, calipers_of);
     print_line("min area done (#ms)");
     return rect;
 }

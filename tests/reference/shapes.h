@@ -20,7 +20,11 @@ struct RotatedRect {
 
 int cross(Point a, Point b, Point c);
 void convexHull(const List<Point>& points, List<Point>& hull);
-/// The calipers are not fixed to the bit, so the caller supplies theirs: hull points to corners.
+/// The rectangle of least area: every edge of the hull against every corner. Coordinates are within
+/// -2^30 .. 2^30, both exclusive, so that sums of two products of differences stay within 64 bits.
+List<Point32f> calipers(const List<Point>& points);
+
+/// Points to corners; `calipers` or others.
 using Calipers = std::function<List<Point32f>(const List<Point>&)>;
 RotatedRect minAreaRect(const List<Point>& points, const Calipers& calipers);
 RotatedRect minAreaRect(const Image<Byte>& mat, const Calipers& calipers);

@@ -1,6 +1,10 @@
 #include "capture.h"
 
+#ifdef __EMSCRIPTEN__
+#include <emscripten.h>
+#else
 #include <unistd.h>
+#endif
 
 #include <cctype>
 #include <stdexcept>
@@ -10,13 +14,6 @@
 namespace testing_support {
 
 namespace {
-
-// One unnamed file serves every capture of the process.
-int capture_file() {
-    static FILE* const file = std::tmpfile();
-    if (!file) throw std::runtime_error("no temporary file for captured output");
-    return fileno(file);
-}
 
 // Moves `at` past a number, with its fraction if wanted; false when there is none.
 bool skip_number(const std::string& text, size_t& at, bool fraction) {
@@ -29,16 +26,54 @@ bool skip_number(const std::string& text, size_t& at, bool fraction) {
 
 }  // namespace
 
+#ifdef __EMSCRIPTEN__
+
+// Its descriptors cannot be exchanged, but what its terminal does with a character can.
+Capture::Capture() : saved_(0) {
+    std::fflush(stdout);
+    EM_ASM({
+        const terminal = FS.getStream(1).tty;
+        Module.terminalWas = terminal.ops;
+        Module.captured = [];
+        terminal.ops = ({});
+        terminal.ops.put_char = function(tty, character) {
+            Module.captured.push(character);
+        };
+    });
+}
+
+std::string Capture::finish() {
+    if (saved_ < 0) return {};
+    saved_ = -1;
+    std::fflush(stdout);
+    std::string text(static_cast<size_t>(EM_ASM_INT({
+                         FS.getStream(1).tty.ops = Module.terminalWas;
+                         return Module.captured.length;
+                     })),
+                     '\0');
+    EM_ASM({ HEAPU8.set(Module.captured, $0); }, text.data());
+    return text;
+}
+
+#else
+
+namespace {
+
+// One unnamed file serves every capture of the process.
+int capture_file() {
+    static FILE* const file = std::tmpfile();
+    if (!file) throw std::runtime_error("no temporary file for captured output");
+    return fileno(file);
+}
+
+}  // namespace
+
 Capture::Capture() {
     std::fflush(stdout);
     saved_ = dup(1);
     if (ftruncate(capture_file(), 0) != 0 || lseek(capture_file(), 0, SEEK_SET) != 0 ||
         dup2(capture_file(), 1) < 0)
         throw std::runtime_error("standard output cannot be captured");
-}
-
-Capture::~Capture() {
-    finish();
 }
 
 std::string Capture::finish() {
@@ -51,6 +86,12 @@ std::string Capture::finish() {
     if (pread(capture_file(), text.data(), text.size(), 0) != static_cast<ssize_t>(text.size()))
         throw std::runtime_error("captured output cannot be read back");
     return text;
+}
+
+#endif
+
+Capture::~Capture() {
+    finish();
 }
 
 std::string printed_by(const std::function<void()>& run) {

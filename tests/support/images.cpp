@@ -135,7 +135,10 @@ U8 any_binary(Random& random) {
 
 U8 any_previous(Random& random) {
     if (random.chance(30)) return U8();
-    return filled(random.range(0, 9), random.range(0, 9), random.range(0, 4), random.range(0, 255));
+    // One after the other: arguments are evaluated in an order of the compiler's own.
+    const int rows = random.range(0, 9), cols = random.range(0, 9);
+    const int channels = random.range(0, 4), value = random.range(0, 255);
+    return filled(rows, cols, channels, value);
 }
 
 U8 text_page(int rows, int cols, uint64_t seed) {

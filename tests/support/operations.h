@@ -66,11 +66,9 @@ struct Operation {
 
 const std::vector<Operation>& image_operations();
 
-/// The outputs in a form in which they can be compared.
-Outcome outcome_of(const Outputs& out);
-
-/// Runs both on the same image and outputs; with `in_place` the destination is the source.
-testing::AssertionResult equals_reference(const Operation& operation, const U8& src, bool in_place);
+/// What a call did, with the outputs that it left.
+Outcome outcome_of(Outcome call, const Outputs& out);
+Outcome outcome_of(Outcome call, const PlainOutputs& out);
 
 }  // namespace testing_support
 

@@ -2,16 +2,12 @@
 
 namespace testing_support {
 
-testing::AssertionResult same(const Outcome& library, const Outcome& reference) {
+std::string Outcome::difference(const Outcome& library, const Outcome& reference) {
     if (library.thrown != reference.thrown)
-        return testing::AssertionFailure()
-               << "thrown: [" << library.thrown << "], expected [" << reference.thrown << "]";
+        return "thrown: [" + library.thrown + "], expected [" + reference.thrown + "]";
     if (library.printed != reference.printed)
-        return testing::AssertionFailure() << "printed:\n"
-                                           << library.printed << "expected:\n"
-                                           << reference.printed;
-    if (library.outputs_.size() != reference.outputs_.size())
-        return testing::AssertionFailure() << "the test compares different outputs";
+        return "printed:\n" + library.printed + "expected:\n" + reference.printed;
+    if (library.outputs_.size() != reference.outputs_.size()) return "the test compares different outputs";
     for (size_t k = 0; k < library.outputs_.size(); ++k) {
         const auto& [name, got] = library.outputs_[k];
         const std::string& want = reference.outputs_[k].second;
@@ -22,11 +18,29 @@ testing::AssertionResult same(const Outcome& library, const Outcome& reference) 
             return at < text.size() ? std::to_string(static_cast<unsigned char>(text[at]))
                                     : std::string("nothing");
         };
-        return testing::AssertionFailure()
-               << name << " differs at byte " << at << " of its description (" << got.size()
-               << " bytes, expected " << want.size() << "): " << byte(got) << ", expected " << byte(want);
+        return name + " differs at byte " + std::to_string(at) + " of its description (" +
+               std::to_string(got.size()) + " bytes, expected " + std::to_string(want.size()) +
+               "): " + byte(got) + ", expected " + byte(want);
     }
-    return testing::AssertionSuccess();
+    return {};
+}
+
+uint64_t Outcome::digest() const {
+    uint64_t hash = 0xcbf29ce484222325;  // FNV-1a, 64 bits
+    const auto add = [&hash](const std::string& text) {
+        // The length first, so that no text can pass for the end of one and the beginning of the next.
+        std::string length;
+        scalar(static_cast<uint32_t>(text.size()), length);
+        for (const std::string* const part : {&static_cast<const std::string&>(length), &text})
+            for (const char c : *part) hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001b3;
+    };
+    add(thrown);
+    add(printed);
+    for (const auto& [name, bytes] : outputs_) {
+        add(name);
+        add(bytes);
+    }
+    return hash;
 }
 
 }  // namespace testing_support

@@ -47,9 +47,13 @@ U8 any_seal_photo(Random& random) {
         const int outer = random.range(1, 45);
         const int inner = random.chance(50) ? 0 : outer - random.range(1, outer);
         draw_ring(photo, x, y, inner, outer, other, other, red);
-        for (int k = random.range(0, 6); k > 0; --k)  // fragments around it
-            draw_box(photo, x + random.range(-2 * outer, 2 * outer), y + random.range(-2 * outer, 2 * outer),
-                     random.range(1, 14), random.range(1, 8), other, other, red);
+        for (int k = random.range(0, 6); k > 0; --k) {  // fragments around it
+            // One after the other: arguments are evaluated in an order of the compiler's own.
+            const int left = x + random.range(-2 * outer, 2 * outer);
+            const int top = y + random.range(-2 * outer, 2 * outer);
+            const int width = random.range(1, 14), height = random.range(1, 8);
+            draw_box(photo, left, top, width, height, other, other, red);
+        }
     }
     if (random.chance(30))
         for (int k = 0; k < rows * cols * 3; ++k)
