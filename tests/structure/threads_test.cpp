@@ -7,9 +7,11 @@
 #include <cstdio>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "operations.h"
+#include "same.h"
 #include "seals.h"
 
 namespace testing_support {
@@ -35,15 +37,13 @@ class Silence {
 
 Outcome outcome_of_run(const Operation& operation, const U8& src) {
     Outputs out;
-    std::string thrown;
+    Outcome call;
     try {
         operation.run(src, out);
     } catch (const orvex_991::CException& e) {
-        thrown = std::to_string(e.code) + e.message.c_str();
+        call.thrown = std::to_string(e.code) + e.message.c_str();
     }
-    Outcome outcome = outcome_of(out);
-    outcome.thrown = thrown;
-    return outcome;
+    return outcome_of(std::move(call), out);
 }
 
 std::vector<U8> inputs() {
