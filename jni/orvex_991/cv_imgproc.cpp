@@ -116,7 +116,8 @@ void CImgproc::yuv2bgr(const unsigned char* yuv, int rows, int cols, U8& dst) {
     else
         dst.init(rows, cols, 3, 0);
     const Isa isa = fastest_isa();
-    for (int row = 0; row < rows; ++row) {
+    // Without columns there may be any number of rows, and twice as many do not fit in int.
+    for (int row = 0; cols > 0 && row < rows; ++row) {
         const ptrdiff_t luma = static_cast<ptrdiff_t>(row) * cols;
         const ptrdiff_t chroma = static_cast<ptrdiff_t>((row >> 1) + rows) * cols;
         kernels::bgr_from_nv21_row(isa, yuv + luma, yuv + chroma, dst.data + 3 * luma, cols);
