@@ -116,6 +116,7 @@ void CImgproc::yuv2bgr(const unsigned char* yuv, int rows, int cols, U8& dst) {
     else
         dst.init(rows, cols, 3, 0);
     const Isa isa = fastest_isa();
+    // Without columns there may be any number of rows, and nothing to do.
     for (ptrdiff_t row = 0; cols > 0 && row < rows; ++row) {
         const ptrdiff_t luma = row * cols;
         const ptrdiff_t chroma = ((row >> 1) + rows) * cols;

@@ -103,8 +103,8 @@ TEST(Differential, yuv2bgr_equals_the_reference_for_every_luma_and_chroma) {
 }
 
 TEST(Differential, yuv2bgr_of_impossible_sizes_equals_the_reference) {
-    const int sizes[][2] = {{65536, 65536}, {32768, 65536},  {2, -3}, {-2, -3},
-                            {-1, 4},        {65536, -65535}, {0, -7}};
+    const int sizes[][2] = {{65536, 65536},  {32768, 65536}, {2, -3},        {-2, -3},      {-1, 4},
+                            {65536, -65535}, {0, -7},        {INT32_MAX, 0}, {0, INT32_MAX}};
     for (const auto& size : sizes) {
         U8 dst = filled(2, 2, 1, 1);
         Image<Byte> expected = to_reference(dst);

@@ -10,7 +10,7 @@ void bgr2gray(Image<Byte> src, Image<Byte>& dst) {
     if (src.rows == 0 || src.cols == 0) {
         print_line("bgr2gray - source image is empty");
     } else if (src.channels == 3) {
-        src.need(static_cast<int64_t>(src.rows) * src.cols * 3);
+        src.need(0);  // what is sound has 3 bytes a pixel
         for (int p = 0; p < src.rows * src.cols; ++p) {
             const size_t at = static_cast<size_t>(p) * 3;
             const uint32_t b = src.data.at(at), g = src.data.at(at + 1), r = src.data.at(at + 2);
@@ -34,7 +34,7 @@ void yuv2bgr(const std::vector<Byte>& yuv, int rows, int cols, Image<Byte>& dst)
     dst.create(rows, cols, 3, 0);
     if (rows > 0) dst.need(0);
     int u = 0, v = 0;
-    for (int i = 0; i < rows; ++i) {
+    for (int i = 0; cols > 0 && i < rows; ++i) {
         int k = ((i >> 1) + rows) * cols;
         for (int j = 0; j < cols; ++j) {
             const int luma = std::max(yuv.at(static_cast<size_t>(i * cols + j)) - 16, 0) * 1192;

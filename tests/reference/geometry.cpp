@@ -83,6 +83,7 @@ void warpAffine(Image<Byte> src, Image<Byte>& dst, const Image<float>& trans_mat
             const int64_t at = (static_cast<int64_t>(row) * src.cols + col) * src.channels + c;
             return src.data.at(static_cast<size_t>(at));
         };
+        const int64_t last_row = int64_t{src.rows} - 1, last_col = int64_t{src.cols} - 1;
         size_t next = 0, next_mask = 0;
         for (int i = 0; i < out.rows; ++i) {
             for (int j = 0; j < out.cols; ++j) {
@@ -92,7 +93,7 @@ void warpAffine(Image<Byte> src, Image<Byte>& dst, const Image<float>& trans_mat
                 const float y_row = a11 * fi, y_col = a10 * fj, y_sum = y_row + y_col;
                 const float sy = y_sum + a12;
                 const int row = to_int(floorf(sy)), col = to_int(floorf(sx));
-                if (0 <= row && row < src.rows - 1 && 0 <= col && col < src.cols - 1) {
+                if (0 <= row && row < last_row && 0 <= col && col < last_col) {
                     const float fx = sx - static_cast<float>(col), fy = sy - static_cast<float>(row);
                     const float weight_x = (1.0f - fx) * 2048.0f, weight_y = (1.0f - fy) * 2048.0f;
                     const short wx0 = static_cast<short>(to_int(weight_x)),
@@ -106,8 +107,8 @@ void warpAffine(Image<Byte> src, Image<Byte>& dst, const Image<float>& trans_mat
                     }
                     if (mask) mask->data.at(next_mask++) = 1;
                 } else {
-                    const int nearest_row = std::min(std::max(row, 0), src.rows - 1);
-                    const int nearest_col = std::min(std::max(col, 0), src.cols - 1);
+                    const int nearest_row = static_cast<int>(std::min<int64_t>(std::max(row, 0), last_row));
+                    const int nearest_col = static_cast<int>(std::min<int64_t>(std::max(col, 0), last_col));
                     for (int c = 0; c < src.channels; ++c)
                         out.data.at(next++) = static_cast<Byte>(element(nearest_row, nearest_col, c));
                     if (mask) mask->data.at(next_mask++) = 0;

@@ -1,0 +1,86 @@
+// What docprep reads: JPEG, PNG, the orientation in EXIF blocks, NV21 frames as they are and compressed. The
+// first byte says which; of frames the next two their extents; the file's own bytes follow.
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "driver.h"
+#include "failure.h"
+#include "nv21_file.h"
+#include "orientation.h"
+#include "photo.h"
+
+namespace fuzzing {
+namespace {
+
+using docprep::Bytes;
+using docprep::Failure;
+
+class Folder {
+ public:
+    Folder() {
+        std::string name = (std::filesystem::temp_directory_path() / "orvex_fuzz_XXXXXX").string();
+        if (!mkdtemp(name.data())) fail("no temporary folder");
+        path_ = name;
+    }
+    ~Folder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+
+    std::string write(const char* name, const Bytes& content) const {
+        std::ofstream out(path_ / name, std::ios::binary | std::ios::trunc);
+        out.write(reinterpret_cast<const char*>(content.data()),
+                  static_cast<std::streamsize>(content.size()));
+        return (path_ / name).string();
+    }
+
+ private:
+    std::filesystem::path path_;
+};
+
+void frame(Reader& reader, const char* name) {
+    static const Folder folder;
+    docprep::Extents size{reader.byte() % 40, reader.byte() % 40};
+    if (reader.seldom()) size = {reader.integer() & 1023, reader.integer() & 1023};
+    const std::string path = folder.write(name, reader.rest());
+    const Bytes bytes = docprep::read_nv21(path, size);
+    if (static_cast<int64_t>(bytes.size()) != docprep::nv21_bytes(size))
+        fail("read_nv21 gives another length");
+}
+
+void photo(const Bytes& bytes) {
+    docprep::Photo photo = docprep::decode_photo(bytes, "photo");
+    const int rows = photo.pixels.rows, cols = photo.pixels.cols, channels = photo.pixels.channels;
+    if (rows < 1 || cols < 1 || (channels != 1 && channels != 3) || !photo.pixels.data)
+        fail("a photograph of no pixels");
+    if (photo.orientation < 1 || photo.orientation > 8) fail(call("orientation", photo.orientation));
+    if (int64_t{rows} * cols > 1 << 16) return;  // only the reading is of interest
+    docprep::apply_orientation(photo.pixels, photo.orientation);
+    const bool turned = photo.orientation > 4;
+    if (photo.pixels.rows != (turned ? cols : rows) || photo.pixels.channels != channels)
+        fail("turned to other extents");
+}
+
+void run(Reader& reader) {
+    const int kind = reader.byte() % 4;
+    try {
+        if (kind == 0) photo(reader.rest());
+        if (kind == 1) frame(reader, "frame.nv21");
+        if (kind == 2) frame(reader, "frame.nv21.gz");
+        if (kind == 3) {
+            const Bytes block = reader.rest();
+            const int orientation = docprep::exif_orientation(block.data(), block.size());
+            if (orientation < 0 || orientation > 8) fail(call("exif_orientation gives", orientation));
+        }
+    } catch (const Failure& failure) {
+        if (*failure.what() == '\0' || failure.file().empty()) fail("a failure without file or reason");
+    }
+}
+
+const Registration registration("docprep_readers", run);
+
+}  // namespace
+}  // namespace fuzzing
