@@ -166,7 +166,8 @@ U8 Reader::previous(const U8& src) {
     if (kind == 0) return U8();
     const Shape same{src.rows, src.cols, kind == 1 ? 1 : range(0, 4)};
     if (kind < 3 && affordable(same, 4096)) return image(same);
-    return testing_support::filled(range(0, 9), range(0, 9), range(0, 4), 7);
+    const Shape other{range(0, 9), range(0, 9), range(0, 4)};
+    return testing_support::filled(other.rows, other.cols, other.channels, 7);
 }
 
 U8 Reader::mask(const U8& src) {

@@ -25,6 +25,8 @@ struct Shape {
 /// has wrapped, and the plain reference has no more pixels to walk over: nothing larger is asked for.
 bool affordable(const Shape& shape, int most);
 
+/// Where more than one thing is read in an expression, braces keep the order: that of a function's arguments is
+/// the compiler's, and an input must mean the same to all of them.
 class Reader {
  public:
     Reader(const unsigned char* data, size_t n) : next_(data), end_(data + n) {}

@@ -52,8 +52,8 @@ U8 photograph(Reader& reader) {
     if (reader.seldom()) return reader.image(3, 4000);
     const int rows = reader.range(1, 64),
               cols = reader.seldom() ? reader.range(321, 500) : reader.range(1, 64);
-    U8 bgr = testing_support::colour_image(cols > 64 ? rows % 8 + 1 : rows, cols, reader.byte(),
-                                           reader.byte(), 220);
+    const int blue = reader.byte(), green = reader.byte();
+    U8 bgr = testing_support::colour_image(cols > 64 ? rows % 8 + 1 : rows, cols, blue, green, 220);
     for (int k = reader.range(0, 7); k > 0; --k) {
         const bool ring = reader.flag(), red = !reader.seldom();
         const int x = reader.range(0, cols - 1), y = reader.range(0, bgr.rows - 1);

@@ -19,7 +19,7 @@ void run(Reader& reader) {
     const int step = reader.range(1, 64);
     const int n = reader.range(0, 200);
     for (int k = 0; k < n && reader.left() > 0; ++k) {
-        Rect rect(reader.byte() % 16, k, reader.byte() % 16, 1);
+        Rect rect{reader.byte() % 16, k, reader.byte() % 16, 1};
         if (reader.seldom()) {
             rect.y = reader.integer();
             rect.height = reader.integer();

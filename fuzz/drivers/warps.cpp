@@ -101,7 +101,7 @@ void resize(Reader& reader, bool by_factor) {
 }
 
 void rotation(Reader& reader) {
-    const Point32f center(reader.number(), reader.number());
+    const Point32f center{reader.number(), reader.number()};
     const float angle = reader.number(), scale = reader.number();
     Mat<float> matrix;
     Image<float> expected;
