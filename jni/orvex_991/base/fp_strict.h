@@ -6,8 +6,9 @@
 #ifndef ORVEX_991_BASE_FP_STRICT_H
 #define ORVEX_991_BASE_FP_STRICT_H
 
-#if defined(__FAST_MATH__)
-#error "orvex_991 needs exact floating point: compile without -ffast-math"
+#if defined(__FAST_MATH__) || defined(__ASSOCIATIVE_MATH__) || defined(__RECIPROCAL_MATH__) || \
+    defined(__NO_SIGNED_ZEROS__) || (defined(__FINITE_MATH_ONLY__) && __FINITE_MATH_ONLY__)
+#error "orvex_991 needs exact floating point: compile without -ffast-math or any part of it"
 #endif
 
 #if defined(__clang__)
