@@ -35,6 +35,11 @@ float centring_shift(const float* m, const Image& picture, int extent) {
 
 }  // namespace
 
+Place mapped(const AffineMatrix& matrix, const Place& place) {
+    return {double{matrix[0]} * place.x + double{matrix[1]} * place.y + double{matrix[2]},
+            double{matrix[3]} * place.x + double{matrix[4]} * place.y + double{matrix[5]}};
+}
+
 std::string as_text(const AffineMatrix& matrix) {
     std::string text;
     for (const float value : matrix) {
@@ -67,6 +72,16 @@ WideExtents mapped_extents(const AffineMatrix& matrix, const Image& picture) {
 void centre_in(AffineMatrix& matrix, const Image& picture, int cols, int rows) {
     matrix[2] = centring_shift(&matrix[0], picture, cols);
     matrix[5] = centring_shift(&matrix[3], picture, rows);
+}
+
+AffineMatrix combined(const AffineMatrix& after, const AffineMatrix& before) {
+    const Place origin = mapped(after, {before[2], before[5]});
+    const auto product = [&](size_t row, size_t col) {
+        return static_cast<float>(double{after[3 * row]} * double{before[col]} +
+                                  double{after[3 * row + 1]} * double{before[col + 3]});
+    };
+    return {product(0, 0), product(0, 1), static_cast<float>(origin.x),
+            product(1, 0), product(1, 1), static_cast<float>(origin.y)};
 }
 
 AffineMatrix inverse(const AffineMatrix& matrix) {

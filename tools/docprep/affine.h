@@ -12,6 +12,14 @@ namespace docprep {
 /// [0 1 2; 3 4 5], from a picture's (x, y) to the result's.
 using AffineMatrix = std::array<float, 6>;
 
+/// A point between pixels; pixel (0, 0) is centred on (0, 0).
+struct Place {
+    double x = 0;
+    double y = 0;
+};
+
+Place mapped(const AffineMatrix& matrix, const Place& place);
+
 /// Six numbers with commas between, as exact as the matrix.
 std::string as_text(const AffineMatrix& matrix);
 
@@ -32,6 +40,9 @@ WideExtents mapped_extents(const AffineMatrix& matrix, const Image& picture);
 
 /// Shifts what is mapped to the middle of a result of cols x rows.
 void centre_in(AffineMatrix& matrix, const Image& picture, int cols, int rows);
+
+/// The map that does `before` and then `after`.
+AffineMatrix combined(const AffineMatrix& after, const AffineMatrix& before);
 
 /// The map back. The matrix must not be singular.
 AffineMatrix inverse(const AffineMatrix& matrix);

@@ -2,30 +2,62 @@
 
 #include <utility>
 
+#include "cv_imgproc.h"
+
 namespace docprep {
+
+using orvex_cv_991::CImgproc;
+using orvex_cv_991::Size;
 
 namespace {
 
-void fill_outside(Page& page, unsigned char value) {
-    if (page.inside.empty()) return;
-    const ptrdiff_t n = static_cast<ptrdiff_t>(page.binary.rows) * page.binary.cols;
+/// Where `mask` is 0; an empty mask is 0 nowhere.
+void fill_outside(Image& picture, const Image& mask, unsigned char value) {
+    if (mask.empty()) return;
+    const ptrdiff_t n = static_cast<ptrdiff_t>(picture.rows) * picture.cols;
     for (ptrdiff_t i = 0; i < n; ++i)
-        if (page.inside.data[i] == 0) page.binary.data[i] = value;
+        if (mask.data[i] == 0) picture.data[i] = value;
+}
+
+/// 255 on what is darker than the middle.
+Image print_of(const Image& soft) {
+    Image print;
+    CImgproc::thresholdSeg(soft, print, 128);
+    ~print;
+    return print;
 }
 
 }  // namespace
 
-Page level_page(const Image& gray, const Binarisation& how, const Deskew& deskew) {
-    Page page;
-    binarise(deskewed(gray, deskew, page.inside), how, page.binary);
-    fill_outside(page, 255);
-    return page;
+std::vector<std::string> page_kind_names() {
+    return {"soft", "binary", "gray"};
 }
 
-Image black_on_white(Page page) {
-    ~page.binary;
-    fill_outside(page, 255);
-    return std::move(page.binary);
+Page make_page(const Image& gray, const Image& binary, const Binarisation& how, PageKind kind,
+               const Deskew& deskew, const Paper& paper, int text_height) {
+    Image inside;  // stays empty where the page is the photograph
+    Image level = deskew.none() ? gray : deskewed(gray, deskew, inside);
+    Image on_paper;
+    if (!paper.everywhere()) on_paper = deskewed_mask(paper.mask, Size(gray.cols, gray.rows), deskew);
+
+    Page page;
+    if (kind == PageKind::kBinary) {
+        if (deskew.none())
+            page.print = binary;
+        else
+            binarise(level, how, page.print);
+        page.picture = page.print;
+        ~page.picture;
+    } else {
+        page.picture = with_soft_ink(level, on_paper, text_height, page.ink);
+        page.print = print_of(page.picture);
+        if (kind == PageKind::kGray) page.picture = std::move(level);
+    }
+    fill_outside(page.picture, inside, 255);
+    fill_outside(page.picture, on_paper, 255);
+    fill_outside(page.print, on_paper, 0);
+    fill_outside(page.print, inside, 255);
+    return page;
 }
 
 }  // namespace docprep

@@ -1,25 +1,42 @@
-// The level binary page that a photograph becomes.
+// The level page that a photograph becomes.
 #ifndef DOCPREP_PAGE_H
 #define DOCPREP_PAGE_H
 
+#include <string>
+#include <vector>
+
 #include "binarise.h"
 #include "deskew.h"
+#include "paper.h"
+#include "soft_ink.h"
 
 namespace docprep {
 
-/// A binary page: print is 255.
-struct Page {
-    Image binary;
-    Image inside;  ///< 1 where the page shows the photograph, 0 beyond it; empty: it does everywhere
+enum class PageKind {
+    kSoft,    ///< lit evenly, strokes with soft edges
+    kBinary,  ///< black on white
+    kGray     ///< as photographed
 };
 
-/// Binarises a photograph and makes it level; beyond the photograph the page is 255, so that what the
-/// photograph's border cuts touches the page's, as text_components.h expects. Prints as the library does.
-/// @param gray  the photograph; `how` was measured on it
-Page level_page(const Image& gray, const Binarisation& how, const Deskew& deskew);
+/// The names of the kinds, by their values.
+std::vector<std::string> page_kind_names();
 
-/// The page for people and recognisers: print is black on white, and nothing is beyond the photograph.
-Image black_on_white(Page page);
+/// A level page: print is dark; white where it does not show the photograph, and where that shows no paper.
+struct Page {
+    Image picture;
+    Image
+        print;  ///< 255 where the page has print, and beyond the photograph, so that what the photograph's border
+                ///< cuts touches the page's, as text_components.h expects
+    Ink ink;
+};
+
+/// Makes the page. Prints as the library does.
+/// @param gray         the photograph
+/// @param binary       its print by `how`: taken where the page is the photograph, so that nothing is done twice
+/// @param how          how a binary page is made
+/// @param text_height  0: unknown
+Page make_page(const Image& gray, const Image& binary, const Binarisation& how, PageKind kind,
+               const Deskew& deskew, const Paper& paper, int text_height);
 
 }  // namespace docprep
 

@@ -3,12 +3,10 @@
 #ifndef DOCPREP_PREPARE_H
 #define DOCPREP_PREPARE_H
 
-#include <optional>
 #include <string>
 
-#include "binarise.h"
 #include "input.h"
-#include "stages.h"
+#include "pipeline.h"
 
 namespace CLI {
 class App;
@@ -16,15 +14,10 @@ class App;
 
 namespace docprep {
 
-struct PrepareOptions {
+struct PrepareOptions : PipelineOptions {
     InputOptions input;
     std::string folder;
-    Stages stages = Stages::all();
-    int turn = 0;                        ///< degrees clockwise: 0, 90, 180 or 270
-    std::optional<float> min_sharpness;  ///< a photograph below it is refused
-    BinariseMethod binarise = BinariseMethod::kAdaptive;
-    bool keep_skew = false;  ///< the page is the photograph, however its rows lie
-    bool verbose = false;    ///< the library's lines go to standard error, and library.log is not written
+    bool verbose = false;  ///< the library's lines go to standard error, and library.log is not written
 };
 
 /// Declares the command's options; parsing fills `options`, which must live as long as `app`.

@@ -29,10 +29,8 @@ void require_few_runs(const std::string& file, const Image& binary) {
 Print find_print(const std::string& file, const Image& binary) {
     require_few_runs(file, binary);
     Print print;
-    Rects components;
-    CImgproc::connectdComponent(binary, components, nullptr);
-    print.found = components.size;
-    print.text = select_text(components, binary.rows, binary.cols);
+    CImgproc::connectdComponent(binary, print.components, nullptr);
+    print.text = select_text(print.components, binary.rows, binary.cols);
     return print;
 }
 

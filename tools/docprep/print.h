@@ -9,9 +9,9 @@
 
 namespace docprep {
 
-/// The components of a binary page: how many there are, and which of them are text.
+/// The components of a binary page, and which of them are text.
 struct Print {
-    int found = 0;
+    Rects components;
     TextComponents text;
 };
 

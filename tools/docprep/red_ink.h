@@ -2,16 +2,19 @@
 #ifndef DOCPREP_RED_INK_H
 #define DOCPREP_RED_INK_H
 
-#include "photo.h"
+#include "deskew.h"
 #include "text_components.h"
 
 namespace docprep {
 
-/// Drops components in red ink from the text of a page, and counts them: the letters of a seal would join
-/// rows that it touches. Where red ones are more than a third, red is the colour of print, and they stay.
-/// @param page    as photographed; nothing is dropped unless it has 3 channels
-/// @param binary  the page's print, 255, of the same size
-void drop_red_ink(const Image& page, const Image& binary, TextComponents& text);
+/// Drops the red components within seals from the text of a page, and counts them: a seal's letters would join rows
+/// that it touches. Red print elsewhere, such as a heading, stays.
+/// @param photo   3 channels
+/// @param seals   of the photograph's size, 255 on seals; empty: there are none, and nothing is dropped
+/// @param deskew  from the photograph to the page
+/// @param binary  the page's print, 255
+void drop_red_ink(const Image& photo, const Image& seals, const Deskew& deskew, const Image& binary,
+                  TextComponents& text);
 
 }  // namespace docprep
 

@@ -48,16 +48,6 @@ void append(std::string& text, const Rects& rects, const char* line_start) {
     text += "]";
 }
 
-void append(std::string& text, const Seals& seals) {
-    if (!seals.found()) {
-        text += "null";
-        return;
-    }
-    text += "{\"pixels\":" + std::to_string(seals.pixels) + ",\"rects\":";
-    append(text, seals.rects, "    ");
-    text += "}";
-}
-
 /// What is measured is not exact to more digits.
 double hundredths(double value) {
     return std::round(value * 100) / 100;
@@ -82,6 +72,25 @@ Json as_json(const orvex_991::vector<T>& points) {
     return list;
 }
 
+void append(std::string& text, const Seals& seals) {
+    if (!seals.found()) {
+        text += "null";
+        return;
+    }
+    Rects rects;
+    Json outlines = Json::array();
+    for (const Seal& seal : seals.seals) {
+        rects.push_back(seal.rect);
+        outlines.push_back(as_json(seal.outline));
+    }
+    text += "{\"pixels\":" + std::to_string(seals.pixels) + ",\"rects\":";
+    append(text, rects, "    ");
+    text += ",\"outlines\":" + outlines.dump() +
+            ",\"marks\":{\"pixels\":" + std::to_string(seals.mark_pixels) + ",\"rects\":";
+    append(text, seals.marks, "    ");
+    text += "}}";
+}
+
 Json as_json(const RotatedRect& rect) {
     if (rect.pts.size == 0) return nullptr;
     return {{"corners", as_json(rect.pts)}, {"width", rect.width}, {"height", rect.height}};
@@ -101,8 +110,32 @@ Json as_json(const Source& source) {
             {"orientation", source.orientation}};
 }
 
+Json as_json(const Alignment& alignment) {
+    return {{"feet", alignment.feet}, {"heads", alignment.heads}};
+}
+
+const char* word(Turn::How how) {
+    switch (how) {
+        case Turn::How::kExif:
+            return "exif";
+        case Turn::How::kAuto:
+            return "auto";
+        default:
+            return "given";
+    }
+}
+
 Json as_json(const Turn& turn) {
-    return {{"degrees", turn.degrees}, {"width", turn.cols}, {"height", turn.rows}};
+    Json json = {{"degrees", turn.degrees}, {"how", word(turn.how)}};
+    if (turn.evidence) {
+        json["sure"] = turn.evidence->sure;
+        json["confidence"] = hundredths(turn.evidence->confidence());
+        json["level"] = as_json(turn.evidence->level);
+        json["sideways"] = as_json(turn.evidence->sideways);
+    }
+    json["width"] = turn.cols;
+    json["height"] = turn.rows;
+    return json;
 }
 
 Json as_json(const Sharpness& sharpness) {
@@ -125,13 +158,23 @@ Json as_json(const Binarisation& how) {
 Json as_json(const Deskew& deskew) {
     return {{"degrees", hundredths(deskew.degrees)},
             {"matrix", deskew.matrix},
+            {"straightened", !deskew.bend.none()},
             {"width", deskew.cols},
             {"height", deskew.rows}};
 }
 
+Json as_json(const PageReport& page) {
+    Json json = {{"kind", page_kind_names()[static_cast<size_t>(page.kind)]}};
+    if (page.kind != PageKind::kBinary) {
+        json["ink"] = page.ink.level;
+        json["paper_from"] = page.ink.threshold;
+    }
+    return json;
+}
+
 Json as_json(const Print& print) {
     const TextComponents& text = print.text;
-    return {{"found", print.found},
+    return {{"found", print.components.size()},
             {"text", text.kept.size()},
             {"text_height", text.text_height},
             {"dropped",
@@ -142,8 +185,15 @@ Json as_json(const Print& print) {
               {"red", text.red}}}};
 }
 
+Json as_json(const std::vector<Place>& line) {
+    Json list = Json::array();
+    for (const Place& place : line) list.push_back({hundredths(place.x), hundredths(place.y)});
+    return list;
+}
+
 void append(std::string& text, const TextRow& row) {
     const Json shapes = {{"rect", as_json(row.rect)},
+                         {"baseline", as_json(row.baseline)},
                          {"hull", as_json(row.hull)},
                          {"min_area_rect", as_json(row.min_area)},
                          {"photo", as_json(row.on_photo)}};
@@ -176,10 +226,20 @@ std::string in_words(const Binarisation& how) {
     return "adaptive, " + number_text(how.contrast, 1) + " below the mean of " + block + " x " + block;
 }
 
+std::string in_words(const Turn& turn) {
+    std::string text = "not";
+    if (turn.degrees != 0)
+        text = std::to_string(turn.degrees) + " degrees clockwise, " + pixel_size(turn.cols, turn.rows);
+    if (!turn.evidence) return text;
+    if (!turn.evidence->sure) return text + ", unsure: too little text";
+    return text + ", confidence " + number_text(turn.evidence->confidence(), 2);
+}
+
 std::string in_words(const Deskew& deskew) {
-    if (deskew.degrees == 0) return "not turned";
+    if (deskew.none()) return "not turned";
     return "turned " + number_text(std::fabs(deskew.degrees), 2) + " degrees " +
-           (deskew.degrees > 0 ? "anticlockwise" : "clockwise") + ", " + pixel_size(deskew.cols, deskew.rows);
+           (deskew.degrees > 0 ? "anticlockwise" : "clockwise") +
+           (deskew.bend.none() ? ", " : ", straightened, ") + pixel_size(deskew.cols, deskew.rows);
 }
 
 }  // namespace
@@ -194,6 +254,8 @@ Bytes result_json(const Report& report) {
     if (report.sharpness) members.add("sharpness", as_json(*report.sharpness));
     if (report.binarisation) members.add("binarise", as_json(*report.binarisation));
     if (report.deskew) members.add("deskew", as_json(*report.deskew));
+    if (report.paper) members.add("paper", {{"outline", as_json(*report.paper)}});
+    if (report.page) members.add("page", as_json(*report.page));
     if (report.print) members.add("components", as_json(*report.print));
     if (report.seals) append(members.add("seal"), *report.seals);
     Json ms = Json::object();
@@ -207,21 +269,19 @@ Bytes result_json(const Report& report) {
 Summary summary(const Report& report, const std::vector<std::string>& paths) {
     Summary table;
     table.source(report.source);
-    if (report.turn.degrees != 0)
-        table.line("turned", std::to_string(report.turn.degrees) + " degrees clockwise, " +
-                                 pixel_size(report.turn.cols, report.turn.rows));
+    if (report.turn.degrees != 0 || report.turn.evidence) table.line("turned", in_words(report.turn));
     if (report.sharpness)
         table.line("sharpness",
                    number_text(double{report.sharpness->value}, 0) + ", " + verdict(*report.sharpness));
     if (report.binarisation) table.line("binarised", in_words(*report.binarisation));
     if (report.deskew) table.line("page", in_words(*report.deskew));
     if (report.print) {
-        table.count("components", report.print->found);
+        table.count("components", report.print->components.size);
         table.count("of them text", report.print->text.kept.size());
     }
     if (report.text_rows) table.count("rows", static_cast<int64_t>(report.text_rows->size()));
     if (report.seals && report.seals->found()) {
-        table.count("seal marks", report.seals->rects.size);
+        table.count("seals", static_cast<int64_t>(report.seals->seals.size()));
         table.count("seal pixels", report.seals->pixels);
     } else if (report.seals) {
         const std::string& reason = report.seals->reason;

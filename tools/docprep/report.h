@@ -10,20 +10,35 @@
 #include "deskew.h"
 #include "file_bytes.h"
 #include "input.h"
+#include "page.h"
 #include "print.h"
 #include "seals.h"
 #include "sharpness.h"
 #include "steps.h"
 #include "summary.h"
 #include "text_rows.h"
+#include "turn.h"
 
 namespace docprep {
 
-/// The photograph turned by the user's wish.
+/// How the photograph was turned after it was read.
 struct Turn {
+    enum class How {
+        kExif,  ///< not at all: the camera's note had it upright
+        kAuto,  ///< as its text says
+        kGiven  ///< by the user's wish
+    };
+
     int degrees = 0;  ///< clockwise
-    int cols = 0;     ///< extents after it
+    How how = How::kAuto;
+    std::optional<TurnEvidence> evidence;  ///< what the text says
+    int cols = 0;                          ///< extents after it
     int rows = 0;
+};
+
+struct PageReport {
+    PageKind kind = PageKind::kSoft;
+    Ink ink;  ///< of a soft or grey page
 };
 
 /// Everything that is reported; of stages that did not run there is nothing.
@@ -33,6 +48,8 @@ struct Report {
     std::optional<Sharpness> sharpness;
     std::optional<Binarisation> binarisation;
     std::optional<Deskew> deskew;
+    std::optional<Points> paper;  ///< its outline
+    std::optional<PageReport> page;
     std::optional<Print> print;
     std::optional<TextRows> text_rows;
     std::optional<Seals> seals;

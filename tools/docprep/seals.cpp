@@ -35,13 +35,33 @@ Seals none(const std::string& reason) {
     return seals;
 }
 
+/// What the detector marks, less shades that are only redder than the rest.
+Seals red_marks(const Image& photo, const Image& mask) {
+    Rects marks;
+    orvex_991::vector<orvex_991::vector<Point>> pixels;
+    CImgproc::connectdComponent(mask, marks, &pixels);
+    Seals seals;
+    for (int k = 0; k < marks.size; ++k) {
+        const orvex_991::vector<Point>& mark = pixels[k];
+        int64_t red = 0;
+        for (int i = 0; i < mark.size; ++i)
+            red += is_red(photo.data + 3 * (static_cast<ptrdiff_t>(mark[i].y) * mask.cols + mark[i].x));
+        if (100 * red < kLeastRedPercent * mark.size) continue;
+        seals.marks.push_back(marks[k]);
+        seals.mark_pixels += mark.size;
+    }
+    return seals;
+}
+
 }  // namespace
 
 Seals find_seals(const Image& photo, Image& mask) {
+    mask = Image();
     if (photo.channels == 1) return none("gray picture");
     if (photo.rows > kTallest * photo.cols) return none("too narrow");
+    Image marked;
     try {
-        CImgproc::redColorDetect(photo, mask, false);
+        CImgproc::redColorDetect(photo, marked, false);
     } catch (const CException& exception) {
         constexpr int kCheck =
             1;  // nothing else is wrong with the photo: the copy has too few rows or columns
@@ -51,22 +71,11 @@ Seals find_seals(const Image& photo, Image& mask) {
             return none("");
         throw;
     }
-    Rects marks;
-    orvex_991::vector<orvex_991::vector<Point>> pixels;
-    CImgproc::connectdComponent(mask, marks, &pixels);
-    Seals seals;
-    for (int k = 0; k < marks.size; ++k) {
-        const orvex_991::vector<Point>& mark = pixels[k];
-        const auto index = [&](int i) { return static_cast<ptrdiff_t>(mark[i].y) * mask.cols + mark[i].x; };
-        int64_t red = 0;
-        for (int i = 0; i < mark.size; ++i) red += is_red(photo.data + 3 * index(i));
-        if (100 * red >= kLeastRedPercent * mark.size) {
-            seals.rects.push_back(marks[k]);
-            seals.pixels += mark.size;
-        } else {
-            for (int i = 0; i < mark.size; ++i) mask.data[index(i)] = 0;
-        }
-    }
+    Seals seals = red_marks(photo, marked);
+    if (seals.marks.size == 0) return seals;
+    seals.seals = grow_seals(photo, seals.marks);
+    mask = mask_of(seals.seals, photo.rows, photo.cols);
+    seals.pixels = CImgproc::countNonZero(mask);
     return seals;
 }
 

@@ -15,7 +15,7 @@ Stages Stages::all() {
 }
 
 bool Stages::needed(Stage stage) const {
-    if (chosen(stage)) return true;
+    if (((chosen_ | also_needed_) & bit(stage)) != 0) return true;
     switch (stage) {
         case Stage::kBinarise:
             return chosen(Stage::kSharpness) || needed(Stage::kPage);
@@ -23,6 +23,8 @@ bool Stages::needed(Stage stage) const {
             return needed(Stage::kComponents);
         case Stage::kComponents:
             return needed(Stage::kRows);
+        case Stage::kSeal:  // whose letters are no text
+            return needed(Stage::kComponents);
         default:
             return false;
     }

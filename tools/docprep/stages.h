@@ -26,6 +26,8 @@ class Stages {
     static Stages all();
 
     void choose(Stage stage) { chosen_ |= bit(stage); }
+    /// Computes the stage although it is not chosen.
+    void need(Stage stage) { also_needed_ |= bit(stage); }
 
     /// Whether the stage's picture is written.
     bool chosen(Stage stage) const { return (chosen_ & bit(stage)) != 0; }
@@ -36,6 +38,7 @@ class Stages {
     static unsigned bit(Stage stage) { return 1u << static_cast<unsigned>(stage); }
 
     unsigned chosen_ = 0;
+    unsigned also_needed_ = 0;
 };
 
 }  // namespace docprep

@@ -1,0 +1,107 @@
+#include "soft_ink.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+
+#include "cv_imgproc.h"
+#include "reduced.h"
+
+namespace docprep {
+
+using orvex_cv_991::CImgproc;
+using orvex_cv_991::INTERP_LINEAR;
+using orvex_cv_991::Size;
+
+namespace {
+
+// Found by the character error rates of tools/ocr_check. Lengths are in text heights.
+constexpr double kReducedTextHeight = 6;  // pixels of the copy
+constexpr double kFilled = 3;             // wider than any stroke, narrower than a picture
+constexpr double kLightSmoothed = 1.5;
+constexpr double kSurroundings = 4;
+constexpr int kLeastContrast = 30;  // levels
+constexpr double kInkQuantile = 0.1;
+// Shares of the way from ink to paper.
+constexpr double kLightestPrint = 0.55;
+constexpr double kDarkestPaper = 0.3;
+constexpr double kSpread = 0.5;  // of the way from threshold to paper
+
+Image enlarged(const Image& small, const Image& page) {
+    Image large;
+    CImgproc::resize(small, large, Size(page.cols, page.rows), INTERP_LINEAR);
+    return large;
+}
+
+/// The light that falls on the paper, on a reduced copy.
+Image light_of(const Image& copy, double text_height) {
+    const int filled = odd_window(kFilled * text_height, copy);
+    Image light;
+    CImgproc::dilateGray(copy, light, Size(filled, filled));
+    CImgproc::erodeGray(light, light, Size(filled, filled));
+    return smoothed(light, odd_window(kLightSmoothed * text_height, copy));
+}
+
+/// page * 255 / light, at most 255.
+void divide_by_light(const Image& page, Image& light) {
+    std::array<uint32_t, 256> reciprocals{};  // with 16 fraction bits
+    for (uint32_t level = 1; level < 256; ++level) reciprocals[level] = (255u << 16) / level;
+    reciprocals[0] = 255u << 16;
+    const ptrdiff_t n = static_cast<ptrdiff_t>(page.rows) * page.cols;
+    for (ptrdiff_t i = 0; i < n; ++i) {
+        const uint32_t quotient = (page.data[i] * reciprocals[light.data[i]] + (1u << 15)) >> 16;
+        light.data[i] = static_cast<unsigned char>(std::min(quotient, 255u));
+    }
+}
+
+/// The level that a tenth of the print is darker than; print is darker than its surroundings.
+int ink_level(const Image& even, const Image& surroundings, const Image& paper) {
+    std::array<int64_t, 256> counts{};
+    int64_t print = 0;
+    const ptrdiff_t n = static_cast<ptrdiff_t>(even.rows) * even.cols;
+    for (ptrdiff_t i = 0; i < n; ++i) {
+        if (even.data[i] + kLeastContrast >= surroundings.data[i] || (!paper.empty() && paper.data[i] == 0))
+            continue;
+        ++counts[even.data[i]];
+        ++print;
+    }
+    int64_t darker = 0;
+    for (size_t level = 0; level < counts.size(); ++level) {
+        darker += counts[level];
+        if (print > 0 && static_cast<double>(darker) >= kInkQuantile * static_cast<double>(print))
+            return static_cast<int>(level);
+    }
+    return 0;
+}
+
+}  // namespace
+
+Image with_soft_ink(const Image& page, const Image& paper, int text_height, Ink& ink) {
+    // Without text, as if a page had 60 lines with as much between them.
+    const double unit = text_height > 0 ? text_height : std::max(page.rows / 120.0, kReducedTextHeight);
+    const double scale = std::min(kReducedTextHeight / unit, 1.0);
+    const double reduced_unit = unit * scale;
+
+    Image even = enlarged(light_of(reduced(page, scale), reduced_unit), page);
+    divide_by_light(page, even);
+    const Image copy = reduced(even, scale);
+    Image surroundings = enlarged(smoothed(copy, odd_window(kSurroundings * reduced_unit, copy)), page);
+
+    ink.level = std::min(ink_level(even, surroundings, paper), 254);
+    const int to_paper = 255 - ink.level;
+    ink.threshold = static_cast<int>(std::lround(ink.level + kLightestPrint * to_paper));
+    const int least = static_cast<int>(std::lround(ink.level + kDarkestPaper * to_paper));
+    // (level - threshold) * 127 / (kSpread * (255 - ink.threshold)), with 16 fraction bits.
+    const auto slope =
+        static_cast<int>(std::lround(127 * 65536 / (kSpread * std::max(255 - ink.threshold, 1))));
+    const ptrdiff_t n = static_cast<ptrdiff_t>(page.rows) * page.cols;
+    for (ptrdiff_t i = 0; i < n; ++i) {
+        const int threshold = std::clamp(surroundings.data[i] - kLeastContrast, least, ink.threshold);
+        const int value = 128 + (((even.data[i] - threshold) * slope) >> 16);
+        even.data[i] = static_cast<unsigned char>(std::clamp(value, 0, 255));
+    }
+    return even;
+}
+
+}  // namespace docprep
