@@ -126,6 +126,21 @@ Place Deskew::to_page(const Place& on_photo) const {
     return on_page;
 }
 
+void Bounds::add(const Place& place) {
+    left = std::min(left, place.x);
+    top = std::min(top, place.y);
+    right = std::max(right, place.x);
+    bottom = std::max(bottom, place.y);
+}
+
+Bounds bounds_on_page(const Rect& rect, const Deskew& deskew) {
+    const double right = rect.x + rect.width - 1.0, bottom = rect.y + rect.height - 1.0;
+    Bounds bounds;
+    for (const double x : {double(rect.x), right})
+        for (const double y : {double(rect.y), bottom}) bounds.add(deskew.to_page({x, y}));
+    return bounds;
+}
+
 Deskew plan_deskew(const Image& photo, double skew) {
     Deskew level;
     level.cols = photo.cols;

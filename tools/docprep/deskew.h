@@ -2,6 +2,8 @@
 #ifndef DOCPREP_DESKEW_H
 #define DOCPREP_DESKEW_H
 
+#include <cmath>
+
 #include "affine.h"
 #include "bend.h"
 
@@ -25,6 +27,16 @@ struct Deskew {
     Place to_photo(const Place& on_page) const;
     Place to_page(const Place& on_photo) const;
 };
+
+/// What something covers, upright.
+struct Bounds {
+    double left = HUGE_VAL, top = HUGE_VAL, right = -HUGE_VAL, bottom = -HUGE_VAL;
+
+    void add(const Place& place);
+};
+
+/// What a rectangle of the photograph covers of the page.
+Bounds bounds_on_page(const orvex_cv_991::Rect& rect, const Deskew& deskew);
 
 /// The page of a photograph whose rows fall to the right by `skew` degrees. Not turned for a skew below
 /// kLeastSkew, and where the page would be too large for a picture, which a long strip can be.

@@ -30,13 +30,23 @@ struct Page {
     Ink ink;
 };
 
+/// The resolution that a page states, at which its text has a common size; recognisers guess it otherwise, and guess
+/// wrong where a page has marks besides its text.
+int dots_per_inch(int text_height);
+
+/// What the photograph tells of its page.
+struct PageSource {
+    const Image& gray;        ///< the photograph
+    const Image& binary;      ///< its print by `how`: of use where the page is the photograph
+    const Binarisation& how;  ///< how a binary page is made
+    const Deskew& deskew;
+    const Paper& paper;
+    const Rects& letters;  ///< chained ones
+    int text_height;       ///< 0: unknown
+};
+
 /// Makes the page. Prints as the library does.
-/// @param gray         the photograph
-/// @param binary       its print by `how`: taken where the page is the photograph, so that nothing is done twice
-/// @param how          how a binary page is made
-/// @param text_height  0: unknown
-Page make_page(const Image& gray, const Image& binary, const Binarisation& how, PageKind kind,
-               const Deskew& deskew, const Paper& paper, int text_height);
+Page make_page(const PageSource& source, PageKind kind);
 
 }  // namespace docprep
 

@@ -155,18 +155,13 @@ Points whole_outline(const Image& photo) {
 }  // namespace
 
 Rect paper_on_page(const Paper& paper, const Deskew& deskew) {
-    double left = HUGE_VAL, top = HUGE_VAL, right = -HUGE_VAL, bottom = -HUGE_VAL;
-    for (int k = 0; k < paper.outline.size; ++k) {
-        const Place corner = deskew.to_page({double(paper.outline[k].x), double(paper.outline[k].y)});
-        left = std::min(left, corner.x);
-        top = std::min(top, corner.y);
-        right = std::max(right, corner.x);
-        bottom = std::max(bottom, corner.y);
-    }
-    const int first_col = std::clamp(static_cast<int>(std::floor(left)), 0, deskew.cols - 1);
-    const int first_row = std::clamp(static_cast<int>(std::floor(top)), 0, deskew.rows - 1);
-    const int last_col = std::clamp(static_cast<int>(std::ceil(right)), first_col, deskew.cols - 1);
-    const int last_row = std::clamp(static_cast<int>(std::ceil(bottom)), first_row, deskew.rows - 1);
+    Bounds bounds;
+    for (int k = 0; k < paper.outline.size; ++k)
+        bounds.add(deskew.to_page({double(paper.outline[k].x), double(paper.outline[k].y)}));
+    const int first_col = std::clamp(static_cast<int>(std::floor(bounds.left)), 0, deskew.cols - 1);
+    const int first_row = std::clamp(static_cast<int>(std::floor(bounds.top)), 0, deskew.rows - 1);
+    const int last_col = std::clamp(static_cast<int>(std::ceil(bounds.right)), first_col, deskew.cols - 1);
+    const int last_row = std::clamp(static_cast<int>(std::ceil(bounds.bottom)), first_row, deskew.rows - 1);
     return Rect(first_col, first_row, last_col - first_col + 1, last_row - first_row + 1);
 }
 

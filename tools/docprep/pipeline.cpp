@@ -79,8 +79,8 @@ class Run {
 
     /// Draws and hands on what `picture` gives.
     template <class Picture>
-    void draw(const std::string& name, const Picture& picture) {
-        steps_.run("draw", [&] { sink_(name, picture()); });
+    void draw(const std::string& name, const Picture& picture, int dots_per_inch = 0) {
+        steps_.run("draw", [&] { sink_(name, picture(), dots_per_inch); });
     }
 
     /// The photograph's print, as it lies. Which letters there are is told by their surroundings whatever the method:
@@ -123,24 +123,28 @@ class Run {
     /// Stages page, components and rows, from the photograph as it lies.
     void prepare_page(const Image& photo, const Image& gray, Image binary, const TextComponents& text,
                       const Image& seals) {
+        Rects letters;
         Paper paper;
         Deskew deskew;
         steps_.run("skew", [&] {
             const std::vector<Chain> chains = find_chains(text.kept, text.text_height);
             deskew = plan(photo, text.kept, chains, text.text_height);
-            paper = find_paper(gray, chained_letters(text.kept, chains), text.text_height);
+            letters = chained_letters(text.kept, chains);
+            paper = find_paper(gray, letters, text.text_height);
             if (options_.crop) deskew = cropped(deskew, paper_on_page(paper, deskew));
         });
         report_.deskew = deskew;
         report_.paper = paper.outline;
         Page page;
         steps_.run("page", [&] {
-            page = make_page(gray, binary, *report_.binarisation, options_.page, deskew, paper,
-                             text.text_height);
+            page = make_page({gray, binary, *report_.binarisation, deskew, paper, letters, text.text_height},
+                             options_.page);
             binary = Image();
         });
-        report_.page = PageReport{options_.page, page.ink};
-        if (stages_.chosen(Stage::kPage)) draw("page.png", [&]() -> const Image& { return page.picture; });
+        report_.page = PageReport{options_.page, page.ink, dots_per_inch(text.text_height)};
+        if (stages_.chosen(Stage::kPage))
+            draw(
+                "page.png", [&]() -> const Image& { return page.picture; }, report_.page->dots_per_inch);
         if (!stages_.needed(Stage::kComponents)) return;
 
         page.picture = Image();

@@ -22,8 +22,8 @@ struct PipelineOptions {
     bool keep_skew = false;  ///< the page is the photograph, however its rows lie
 };
 
-/// Takes a picture that is ready, by the name of its file.
-using PictureSink = std::function<void(const std::string& name, const Image& picture)>;
+/// Takes a picture that is ready, by the name of its file, with its resolution; 0 where that means nothing.
+using PictureSink = std::function<void(const std::string& name, const Image& picture, int dots_per_inch)>;
 
 /// Prepares a photograph that was read as report.source says. Prints as the library does.
 /// @throws Failure; CException from the library; std::bad_alloc; what the sink throws

@@ -38,6 +38,7 @@ struct Codec {
     int64_t rows;
     int64_t cols;
     int channels;
+    int dots_per_inch;
 };
 
 [[noreturn]] void on_error(png_structp png, png_const_charp text) {
@@ -165,6 +166,11 @@ void write_image(Codec& codec) {
                  static_cast<png_uint_32>(codec.rows), 8,
                  codec.channels == 1 ? PNG_COLOR_TYPE_GRAY : PNG_COLOR_TYPE_RGB, PNG_INTERLACE_NONE,
                  PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+    if (codec.dots_per_inch > 0) {
+        constexpr double kInchesPerMetre = 39.3701;
+        const auto per_metre = static_cast<png_uint_32>(codec.dots_per_inch * kInchesPerMetre + 0.5);
+        png_set_pHYs(codec.png, codec.info, per_metre, per_metre, PNG_RESOLUTION_METER);
+    }
     png_write_info(codec.png, codec.info);
     png_set_bgr(codec.png);
     for (int64_t row = 0; row < codec.rows; ++row)
@@ -216,7 +222,7 @@ Photo decode_png(const Bytes& bytes, const std::string& path) {
     return photo;
 }
 
-Bytes encode_png(const Image& image) {
+Bytes encode_png(const Image& image, int dots_per_inch) {
     Bytes out;
     Codec codec{};
     codec.out = &out;
@@ -224,6 +230,7 @@ Bytes encode_png(const Image& image) {
     codec.rows = image.rows;
     codec.cols = image.cols;
     codec.channels = image.channels;
+    codec.dots_per_inch = dots_per_inch;
     codec.row_bytes = static_cast<size_t>(image.cols) * static_cast<size_t>(image.channels);
     const DestroyWriter destroy(codec);
     // A valid image gives libpng no other reason to fail.

@@ -16,8 +16,9 @@ namespace docprep {
 Photo decode_png(const Bytes& bytes, const std::string& path);
 
 /// `image` (1 channel, or 3: B, G, R) as a PNG of 8 bits a sample.
+/// @param dots_per_inch  the resolution that it states; 0: none
 /// @throws std::bad_alloc
-Bytes encode_png(const Image& image);
+Bytes encode_png(const Image& image, int dots_per_inch = 0);
 
 }  // namespace docprep
 

@@ -67,9 +67,10 @@ void prepare(const PrepareOptions& options) {
     {
         Image photo = read_input(options.input, log, report.steps, report.source);
         const LibraryLog::Redirection redirection(log);
-        run_pipeline(std::move(photo), options, report, [&](const std::string& name, const Image& picture) {
-            files.add(name, encode_png(picture));
-        });
+        run_pipeline(std::move(photo), options, report,
+                     [&](const std::string& name, const Image& picture, int dots_per_inch) {
+                         files.add(name, encode_png(picture, dots_per_inch));
+                     });
     }
     if (report.seals && !report.seals->found()) files.remove("seal.png");
     if (!options.verbose) files.add("library.log", log.content());

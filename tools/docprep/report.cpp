@@ -164,7 +164,8 @@ Json as_json(const Deskew& deskew) {
 }
 
 Json as_json(const PageReport& page) {
-    Json json = {{"kind", page_kind_names()[static_cast<size_t>(page.kind)]}};
+    Json json = {{"kind", page_kind_names()[static_cast<size_t>(page.kind)]},
+                 {"dots_per_inch", page.dots_per_inch}};
     if (page.kind != PageKind::kBinary) {
         json["ink"] = page.ink.level;
         json["paper_from"] = page.ink.threshold;

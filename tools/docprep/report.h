@@ -39,6 +39,7 @@ struct Turn {
 struct PageReport {
     PageKind kind = PageKind::kSoft;
     Ink ink;  ///< of a soft or grey page
+    int dots_per_inch = 0;
 };
 
 /// Everything that is reported; of stages that did not run there is nothing.
