@@ -2,9 +2,15 @@
 #ifndef DOCPREP_DRAWING_H
 #define DOCPREP_DRAWING_H
 
+#include "cv_geometry.h"
 #include "photo.h"
 
 namespace docprep {
+
+using Points = orvex_991::vector<orvex_cv_991::Point>;
+
+/// Fills what a convex outline with corners inside the picture encloses, the outline included.
+void fill_convex(Image& mask, const Points& outline, unsigned char value);
 
 /// A colour as B, G, R.
 struct Colour {

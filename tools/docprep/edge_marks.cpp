@@ -1,12 +1,9 @@
 #include "edge_marks.h"
 
-#include <algorithm>
 #include <utility>
 #include <vector>
 
 namespace docprep {
-
-using orvex_cv_991::Rect;
 
 namespace {
 
@@ -14,15 +11,13 @@ namespace {
 constexpr unsigned char kLightestMark = 230;
 
 constexpr unsigned char kWiped = 0;
-constexpr unsigned char kLetter = 128;
 constexpr unsigned char kNotReached = 255;
 
 /// The picture's pixels, and which of them the search has come to.
 class Search {
  public:
-    Search(Image& page, const Rects& letters) : page_(page), rows_(page.rows), cols_(page.cols) {
+    Search(Image& page, const Image& text) : page_(page), text_(text), rows_(page.rows), cols_(page.cols) {
         state_.mat_create(page.rows, page.cols, 1, kNotReached);
-        for (int k = 0; k < letters.size; ++k) protect(letters[k]);
     }
 
     void begin_at(ptrdiff_t pixel) {
@@ -47,21 +42,14 @@ class Search {
     Image take_state() { return std::move(state_); }
 
  private:
-    void protect(const Rect& letter) {
-        const int left = std::clamp(letter.x, 0, page_.cols);
-        const int right = std::clamp(letter.x + letter.width, left, page_.cols);
-        const int bottom = std::min(letter.y + letter.height, page_.rows);
-        for (int row = std::max(letter.y, 0); row < bottom; ++row)
-            std::fill_n(state_.data + row * cols_ + left, right - left, kLetter);
-    }
-
     void reach(ptrdiff_t at) {
-        if (state_.data[at] != kNotReached || page_.data[at] >= kLightestMark) return;
+        if (state_.data[at] != kNotReached || page_.data[at] >= kLightestMark || text_.data[at] != 0) return;
         state_.data[at] = kWiped;
         open_.push_back(at);
     }
 
     Image& page_;
+    const Image& text_;
     Image state_;
     ptrdiff_t rows_, cols_;
     std::vector<ptrdiff_t> open_;
@@ -69,8 +57,8 @@ class Search {
 
 }  // namespace
 
-Image wipe_edge_marks(Image& page, const Image& outside, const Rects& letters) {
-    Search search(page, letters);
+Image wipe_edge_marks(Image& page, const Image& outside, const Image& text) {
+    Search search(page, text);
     const ptrdiff_t cols = page.cols, n = cols * page.rows;
     for (ptrdiff_t x = 0; x < cols; ++x) search.begin_at(x), search.begin_at(n - cols + x);
     for (ptrdiff_t y = 0; y < n; y += cols) search.begin_at(y), search.begin_at(y + cols - 1);

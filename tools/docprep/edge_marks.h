@@ -3,17 +3,16 @@
 #define DOCPREP_EDGE_MARKS_H
 
 #include "photo.h"
-#include "text_components.h"
 
 namespace docprep {
 
-/// Wipes off what leads from the picture's edge, or from where it shows no page, over dark pixels without crossing a
-/// letter: it is the desk, a shadow, or a neighbouring page. It becomes white.
+/// Wipes off what leads from the picture's edge, or from where it shows no page, over dark pixels without touching the
+/// text: it is the desk, a shadow, or a neighbouring page. It becomes white.
 /// @param page     grey, dark print on white
 /// @param outside  255 where it shows no page; empty: nowhere
-/// @param letters  with a margin; they may reach beyond the picture
+/// @param text     255 where the text is
 /// @return of the page's size: 0 where something was wiped off
-Image wipe_edge_marks(Image& page, const Image& outside, const Rects& letters);
+Image wipe_edge_marks(Image& page, const Image& outside, const Image& text);
 
 }  // namespace docprep
 

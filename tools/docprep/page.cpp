@@ -5,12 +5,13 @@
 #include <utility>
 
 #include "cv_imgproc.h"
+#include "drawing.h"
 #include "edge_marks.h"
 
 namespace docprep {
 
 using orvex_cv_991::CImgproc;
-using orvex_cv_991::Rect;
+using orvex_cv_991::Point;
 using orvex_cv_991::Size;
 
 namespace {
@@ -34,19 +35,25 @@ Image outside_of(const Image& inside, const Image& on_paper) {
     return outside;
 }
 
-/// The letters' places on the page, with a margin.
-Rects letters_on_page(const PageSource& source) {
-    constexpr double kMargin = 0.25;  // of the text height: dots and accents
-    Rects places;
+/// 255 on the convex hull of the letters, with a margin for dots and accents.
+Image text_block(const PageSource& source) {
+    constexpr double kMargin = 0.25;  // of the text height
     const double margin = kMargin * source.text_height;
+    const int last_col = source.deskew.cols - 1, last_row = source.deskew.rows - 1;
+    Points corners;
     for (int k = 0; k < source.letters.size; ++k) {
         const Bounds bounds = bounds_on_page(source.letters[k], source.deskew);
-        const auto x = static_cast<int>(std::floor(bounds.left - margin));
-        const auto y = static_cast<int>(std::floor(bounds.top - margin));
-        places.push_back(Rect(x, y, static_cast<int>(std::ceil(bounds.right + margin)) - x + 1,
-                              static_cast<int>(std::ceil(bounds.bottom + margin)) - y + 1));
+        for (const double x : {bounds.left - margin, bounds.right + margin})
+            for (const double y : {bounds.top - margin, bounds.bottom + margin})
+                corners.push_back(Point(static_cast<int>(std::lround(std::clamp(x, 0.0, double(last_col)))),
+                                        static_cast<int>(std::lround(std::clamp(y, 0.0, double(last_row))))));
     }
-    return places;
+    Points hull;
+    CImgproc::convexHull(corners, hull);
+    Image block;
+    block.mat_create(source.deskew.rows, source.deskew.cols, 1, 0);
+    fill_convex(block, hull, 255);
+    return block;
 }
 
 /// 255 on what is darker than the middle.
@@ -64,36 +71,39 @@ std::vector<std::string> page_kind_names() {
 }
 
 int dots_per_inch(int text_height) {
-    constexpr int kDotsPerTextHeight = 8;
-    constexpr int kLeast = 70, kMost = 600;
+    constexpr int kDotsPerTextHeight = 6;
+    constexpr int kLeast = 70, kMost = 200;
     return std::clamp(kDotsPerTextHeight * text_height, kLeast, kMost);
 }
 
 Page make_page(const PageSource& source, PageKind kind) {
-    const Image& gray = source.gray;
     const Deskew& deskew = source.deskew;
+    const bool has_seals = !source.clean.empty();
     Image inside;  // stays empty where the page is the photograph
-    Image level = deskew.none() ? gray : deskewed(gray, deskew, inside);
+    const auto level = [&](const Image& photo) {
+        return deskew.none() ? photo : deskewed(photo, deskew, inside);
+    };
     Image on_paper;
     if (!source.paper.everywhere())
-        on_paper = deskewed_mask(source.paper.mask, Size(gray.cols, gray.rows), deskew);
+        on_paper = deskewed_mask(source.paper.mask, Size(source.gray.cols, source.gray.rows), deskew);
 
     Page page;
-    if (kind == PageKind::kBinary) {
-        if (deskew.none())
-            page.picture = source.binary;
-        else
-            binarise(level, source.how, page.picture);
+    if (kind == PageKind::kBinary && deskew.none() && !has_seals) {
+        page.picture = source.binary;
+        ~page.picture;
+    } else if (kind == PageKind::kBinary) {
+        binarise(level(has_seals ? source.clean : source.gray), source.how, page.picture);
         ~page.picture;
     } else {
-        page.picture = with_soft_ink(level, on_paper, source.text_height, page.ink);
+        page.picture = with_soft_ink(level(has_seals ? source.clean : source.gray), on_paper,
+                                     source.text_height, page.ink);
     }
     const Image outside = outside_of(inside, on_paper);
     fill(page.picture, outside, 255, 255);
-    const Image wiped = wipe_edge_marks(page.picture, outside, letters_on_page(source));
+    const Image wiped = wipe_edge_marks(page.picture, outside, text_block(source));
     page.print = print_of(page.picture);
     if (kind == PageKind::kGray) {
-        page.picture = std::move(level);
+        page.picture = level(source.gray);
         fill(page.picture, outside, 255, 255);
         fill(page.picture, wiped, 0, 255);
     }

@@ -37,7 +37,8 @@ int dots_per_inch(int text_height);
 /// What the photograph tells of its page.
 struct PageSource {
     const Image& gray;        ///< the photograph
-    const Image& binary;      ///< its print by `how`: of use where the page is the photograph
+    const Image& clean;       ///< the same without its seals; empty: it has none
+    const Image& binary;      ///< its print by `how`, seals included
     const Binarisation& how;  ///< how a binary page is made
     const Deskew& deskew;
     const Paper& paper;

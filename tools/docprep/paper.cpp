@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "cv_imgproc.h"
+#include "drawing.h"
 #include "reduced.h"
 
 namespace docprep {
@@ -27,6 +28,7 @@ constexpr double kShrunk = 0.6;           // the paper's own edge is no print
 constexpr double kSmoothLevels = 1.5;
 constexpr double kSmoothShare = 0.03;
 constexpr double kLeastShare = 0.08;      // of the letters: a region with fewer is none of the page's
+constexpr double kLargestNotches = 1.15;  // of the sheet with them to the sheet without
 constexpr double kLeastSurvivors = 0.95;  // of the letters
 
 /// Which pixels belong together.
@@ -73,8 +75,8 @@ class OnCopy {
           rows_(copy.rows) {}
 
     size_t of(const Rect& letter) const {
-        const int x = std::min(static_cast<int>((letter.x + letter.width / 2.0) * across_), cols_ - 1);
-        const int y = std::min(static_cast<int>((letter.y + letter.height / 2.0) * down_), rows_ - 1);
+        const int x = std::clamp(static_cast<int>((letter.x + letter.width / 2.0) * across_), 0, cols_ - 1);
+        const int y = std::clamp(static_cast<int>((letter.y + letter.height / 2.0) * down_), 0, rows_ - 1);
         return static_cast<size_t>(y) * static_cast<size_t>(cols_) + static_cast<size_t>(x);
     }
 
@@ -120,10 +122,9 @@ void fill_holes(Image& mask) {
         if (!outside[k]) mask.data[k] = 255;
 }
 
-Points outline_of(const Image& mask, const Image& photo) {
+/// The corners of the convex hull of what is 255.
+Points hull_of(const Image& mask) {
     Points corners;
-    const double across = static_cast<double>(photo.cols) / mask.cols;
-    const double down = static_cast<double>(photo.rows) / mask.rows;
     for (int row = 0; row < mask.rows; ++row) {
         const unsigned char* const pixels = mask.data + static_cast<ptrdiff_t>(row) * mask.cols;
         const unsigned char* const end = pixels + mask.cols;
@@ -131,17 +132,34 @@ Points outline_of(const Image& mask, const Image& photo) {
         if (first == end) continue;
         const unsigned char* last = end - 1;
         while (*last == 0) --last;
-        const auto left = static_cast<int>(std::lround(static_cast<double>(first - pixels) * across));
-        const auto right = static_cast<int>(std::lround(static_cast<double>(last - pixels + 1) * across)) - 1;
-        for (const int edge : {row, row + 1}) {
-            const int y = std::min(static_cast<int>(std::lround(edge * down)), photo.rows - 1);
-            corners.push_back(Point(left, y));
-            corners.push_back(Point(right, y));
-        }
+        corners.push_back(Point(static_cast<int>(first - pixels), row));
+        corners.push_back(Point(static_cast<int>(last - pixels), row));
     }
     Points hull;
     CImgproc::convexHull(corners, hull);
     return hull;
+}
+
+/// Sheets are convex: fills notches, such as a seal or a picture at the edge, unless they are too large to be any.
+void fill_notches(Image& mask) {
+    Image convex = mask;
+    fill_convex(convex, hull_of(mask), 255);
+    if (CImgproc::countNonZero(convex) <= kLargestNotches * CImgproc::countNonZero(mask)) mask = convex;
+}
+
+Points outline_of(const Image& mask, const Image& photo) {
+    const double across = static_cast<double>(photo.cols) / mask.cols;
+    const double down = static_cast<double>(photo.rows) / mask.rows;
+    const Points hull = hull_of(mask);
+    Points corners;
+    for (int k = 0; k < hull.size; ++k)
+        for (const int x : {hull[k].x, hull[k].x + 1})
+            for (const int y : {hull[k].y, hull[k].y + 1})
+                corners.push_back(Point(std::min(static_cast<int>(std::lround(x * across)), photo.cols - 1),
+                                        std::min(static_cast<int>(std::lround(y * down)), photo.rows - 1)));
+    Points outline;
+    CImgproc::convexHull(corners, outline);
+    return outline;
 }
 
 Points whole_outline(const Image& photo) {
@@ -153,6 +171,10 @@ Points whole_outline(const Image& photo) {
 }
 
 }  // namespace
+
+bool Paper::holds(const Rect& rect, const Image& photo) const {
+    return everywhere() || mask.data[OnCopy(photo, mask).of(rect)] != 0;
+}
 
 Rect paper_on_page(const Paper& paper, const Deskew& deskew) {
     Bounds bounds;
@@ -184,6 +206,7 @@ Paper find_paper(const Image& gray, const Rects& letters, int text_height) {
     paper.mask = regions_with_letters(copy, letters, on_copy);
     fill_holes(paper.mask);
     CImgproc::closeBinary(paper.mask, paper.mask, window(kClosed, copy));
+    fill_notches(paper.mask);
     CImgproc::erodeBinary(paper.mask, paper.mask, window(2 * kShrunk, copy));
 
     int survivors = 0;

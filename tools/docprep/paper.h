@@ -3,11 +3,10 @@
 #define DOCPREP_PAPER_H
 
 #include "deskew.h"
+#include "drawing.h"
 #include "text_components.h"
 
 namespace docprep {
-
-using Points = orvex_991::vector<orvex_cv_991::Point>;
 
 /// Where a photograph shows the paper.
 struct Paper {
@@ -15,6 +14,8 @@ struct Paper {
     Points outline;  ///< corners of its convex hull in pixels of the photograph
 
     bool everywhere() const { return mask.empty(); }
+    /// Whether the middle of a rectangle of the photograph is on paper.
+    bool holds(const orvex_cv_991::Rect& rect, const Image& photo) const;
 };
 
 /// What the paper's outline covers of the page, upright.

@@ -5,8 +5,8 @@
 
 #include "binarise.h"
 #include "cv_imgproc.h"
-#include "red_ink.h"
 #include "row_picture.h"
+#include "seal_ink.h"
 #include "seal_picture.h"
 #include "skew.h"
 #include "text_chains.h"
@@ -43,9 +43,10 @@ class Run {
         }
         if (stages_.chosen(Stage::kBinarise)) draw("binary.png", [&]() -> const Image& { return binary; });
         if (stages_.needed(Stage::kSharpness)) prepare_sharpness(gray, print.text);
-        Image seals;
-        if (stages_.needed(Stage::kSeal)) prepare_seals(photo, seals);
-        if (stages_.needed(Stage::kPage)) prepare_page(photo, gray, std::move(binary), print.text, seals);
+        const Lettering lettering = lettering_of(gray, print.text);
+        Image clean;  // stays empty without seals
+        if (stages_.needed(Stage::kSeal)) prepare_seals(photo, gray, lettering.paper, clean);
+        if (stages_.needed(Stage::kPage)) prepare_page(photo, gray, std::move(binary), lettering, clean);
         if (stages_.needed(Stage::kSaliency)) prepare_saliency(gray);
     }
 
@@ -109,39 +110,57 @@ class Run {
             require_sharpness(report_.source.file, *report_.sharpness, *options_.min_sharpness);
     }
 
+    /// What the photograph's letters tell about it.
+    struct Lettering {
+        TextComponents text;
+        std::vector<Chain> chains;
+        Rects chained;
+        Paper paper;
+    };
+
+    Lettering lettering_of(const Image& gray, const TextComponents& text) {
+        Lettering lettering;
+        if (!stages_.needed(Stage::kSeal) && !stages_.needed(Stage::kPage)) return lettering;
+        steps_.run("paper", [&] {
+            lettering.text = text;
+            lettering.chains = find_chains(text.kept, text.text_height);
+            lettering.chained = chained_letters(text.kept, lettering.chains);
+            lettering.paper = find_paper(gray, lettering.chained, text.text_height);
+        });
+        return lettering;
+    }
+
     /// How the photograph becomes a level page.
-    Deskew plan(const Image& photo, const Rects& letters, const std::vector<Chain>& chains, int text_height) {
+    Deskew plan(const Image& photo, const Lettering& lettering) {
         if (options_.keep_skew) return plan_deskew(photo, 0);
         TextComponents chained;
-        chained.kept = chained_letters(letters, chains);
-        chained.text_height = text_height;
+        chained.kept = lettering.chained;
+        chained.text_height = lettering.text.text_height;
         const Deskew level = plan_deskew(photo, estimate_skew(chained));
-        const Bend bend = find_bend(letters, chains, text_height, level.matrix);
+        const Bend bend =
+            find_bend(lettering.text.kept, lettering.chains, lettering.text.text_height, level.matrix);
         return bend.none() ? level : with_bend(level, bend);
     }
 
-    /// Stages page, components and rows, from the photograph as it lies.
-    void prepare_page(const Image& photo, const Image& gray, Image binary, const TextComponents& text,
-                      const Image& seals) {
-        Rects letters;
-        Paper paper;
+    /// Stages page, components and rows.
+    void prepare_page(const Image& photo, const Image& gray, Image binary, const Lettering& lettering,
+                      const Image& clean) {
         Deskew deskew;
         steps_.run("skew", [&] {
-            const std::vector<Chain> chains = find_chains(text.kept, text.text_height);
-            deskew = plan(photo, text.kept, chains, text.text_height);
-            letters = chained_letters(text.kept, chains);
-            paper = find_paper(gray, letters, text.text_height);
-            if (options_.crop) deskew = cropped(deskew, paper_on_page(paper, deskew));
+            deskew = plan(photo, lettering);
+            if (options_.crop) deskew = cropped(deskew, paper_on_page(lettering.paper, deskew));
         });
         report_.deskew = deskew;
-        report_.paper = paper.outline;
+        report_.paper = lettering.paper.outline;
+        const int text_height = lettering.text.text_height;
         Page page;
         steps_.run("page", [&] {
-            page = make_page({gray, binary, *report_.binarisation, deskew, paper, letters, text.text_height},
+            page = make_page({gray, clean, binary, *report_.binarisation, deskew, lettering.paper,
+                              lettering.chained, text_height},
                              options_.page);
             binary = Image();
         });
-        report_.page = PageReport{options_.page, page.ink, dots_per_inch(text.text_height)};
+        report_.page = PageReport{options_.page, page.ink, dots_per_inch(text_height)};
         if (stages_.chosen(Stage::kPage))
             draw(
                 "page.png", [&]() -> const Image& { return page.picture; }, report_.page->dots_per_inch);
@@ -149,7 +168,6 @@ class Run {
 
         page.picture = Image();
         Print print = print_on(page.print);
-        steps_.run("ink", [&] { drop_red_ink(photo, seals, deskew, page.print, print.text); });
         page = {};
         report_.print = std::move(print);
         if (stages_.needed(Stage::kRows)) prepare_rows(photo, deskew);
@@ -165,9 +183,12 @@ class Run {
         });
     }
 
-    void prepare_seals(const Image& photo, Image& mask) {
+    void prepare_seals(const Image& photo, const Image& gray, const Paper& paper, Image& clean) {
         Seals seals;
-        steps_.run("seal", [&] { seals = find_seals(photo, mask); });
+        Image mask;
+        steps_.run("seal", [&] { seals = find_seals(photo, paper, mask); });
+        if (seals.found() && stages_.needed(Stage::kPage))
+            steps_.run("seal", [&] { clean = without_seals(photo, gray, seals, mask); });
         if (stages_.chosen(Stage::kSeal)) {
             if (seals.found()) draw("seal.png", [&] { return draw_seals(photo, mask); });
             report_.seals = std::move(seals);

@@ -179,11 +179,7 @@ Json as_json(const Print& print) {
             {"text", text.kept.size()},
             {"text_height", text.text_height},
             {"dropped",
-             {{"border", text.border},
-              {"tall", text.tall},
-              {"wide", text.wide},
-              {"speck", text.specks},
-              {"red", text.red}}}};
+             {{"border", text.border}, {"tall", text.tall}, {"wide", text.wide}, {"speck", text.specks}}}};
 }
 
 Json as_json(const std::vector<Place>& line) {

@@ -6,11 +6,13 @@
 #include <utility>
 
 #include "cv_imgproc.h"
+#include "drawing.h"
 #include "reduced.h"
 
 namespace docprep {
 
 using orvex_cv_991::CImgproc;
+using orvex_cv_991::INTERP_LINEAR;
 using orvex_cv_991::Point;
 using orvex_cv_991::Rect;
 using orvex_cv_991::Size;
@@ -19,7 +21,7 @@ namespace {
 
 /// Of the copy in which seals grow: a seal has some 100 of them across.
 constexpr int kLongestSide = 800;
-/// What red has more of than the next colour: this share of what the mark itself has, but more than paper and wood.
+/// What red has more of than the next colour, beyond what paper has: this share of what the mark itself has.
 constexpr double kChromaShare = 0.4;
 constexpr int kLeastChroma = 12;
 /// Between a seal's star and its letters, and between those and the rim, lies less than this share of what was found
@@ -29,6 +31,10 @@ constexpr int kRounds = 6;
 constexpr int kMostMarks = 50;
 /// In longer sides of the mark: a star is a seventh of its seal at least.
 constexpr double kLargest = 7;
+/// In shorter sides of the photograph.
+constexpr double kLargestOfPhoto = 0.6;
+/// Seals are round, oval or square; longer ones are red headings.
+constexpr double kLongest = 2.2;
 /// Specks: components of a seal have more pixels than this share of it.
 constexpr double kLeastPart = 0.004;
 /// Seals that share more than this of the smaller one's rectangle are one.
@@ -57,6 +63,16 @@ Image chroma_of(const Image& bgr) {
     return chroma;
 }
 
+/// Desks of wood are red, too.
+void clear_desk(Image& chroma, const Paper& paper) {
+    if (paper.everywhere()) return;
+    Image mask;
+    CImgproc::resize(paper.mask, mask, Size(chroma.cols, chroma.rows), INTERP_LINEAR);
+    const ptrdiff_t n = static_cast<ptrdiff_t>(chroma.rows) * chroma.cols;
+    for (ptrdiff_t i = 0; i < n; ++i)
+        if (mask.data[i] < 128) chroma.data[i] = 0;
+}
+
 Image part_of(const Image& picture, const Rect& rect) {
     Image part;
     part.mat_create(rect.height, rect.width, 1, 0);
@@ -67,13 +83,22 @@ Image part_of(const Image& picture, const Rect& rect) {
     return part;
 }
 
-/// What counts as red beside a mark: its own redder half tells how red its ink is.
-int threshold_for(const Image& chroma, const Rect& mark) {
-    const Image part = part_of(chroma, mark);
+/// The level that this share of a part's pixels is below.
+int quantile(const Image& chroma, const Rect& area, double share) {
+    const Image part = part_of(chroma, area);
     std::vector<unsigned char> levels(part.data, part.data + static_cast<ptrdiff_t>(part.rows) * part.cols);
-    const auto redder = levels.begin() + static_cast<ptrdiff_t>(levels.size() * 3 / 4);
-    std::nth_element(levels.begin(), redder, levels.end());
-    return std::max(kLeastChroma, static_cast<int>(std::lround(kChromaShare * *redder)));
+    const auto at = levels.begin() + static_cast<ptrdiff_t>(share * static_cast<double>(levels.size() - 1));
+    std::nth_element(levels.begin(), at, levels.end());
+    return *at;
+}
+
+/// What counts as red beside a mark, whose own redder half tells how red its ink is; its surroundings tell how red
+/// paper is in the photograph's light.
+int threshold_for(const Image& chroma, const Rect& mark, const Rect& surroundings) {
+    const int paper = quantile(chroma, surroundings, 0.5);
+    const int ink = quantile(chroma, mark, 0.75);
+    return std::max(kLeastChroma,
+                    paper + static_cast<int>(std::lround(kChromaShare * std::max(ink - paper, 0))));
 }
 
 bool overlap(const Rect& a, const Rect& b) {
@@ -84,6 +109,10 @@ Rect united(const Rect& a, const Rect& b) {
     const int left = std::min(a.x, b.x), top = std::min(a.y, b.y);
     return Rect(left, top, std::max(a.x + a.width, b.x + b.width) - left,
                 std::max(a.y + a.height, b.y + b.height) - top);
+}
+
+bool elongated(const Rect& rect) {
+    return longer_side(rect) > kLongest * std::min(rect.width, rect.height);
 }
 
 int64_t area(const Rect& rect) {
@@ -125,8 +154,10 @@ RedParts red_parts(const Image& chroma, const Rect& area, int threshold) {
 /// The pixels of the seal that a mark is part of; none where nothing red is.
 Points grow(const Image& chroma, const Rect& mark) {
     const int side = longer_side(mark);
-    const auto most = static_cast<int>(kLargest * side);
-    const RedParts parts = red_parts(chroma, grown(mark, most / 2, chroma), threshold_for(chroma, mark));
+    const auto most =
+        static_cast<int>(std::min(kLargest * side, kLargestOfPhoto * std::min(chroma.rows, chroma.cols)));
+    const Rect surroundings = grown(mark, most / 2, chroma);
+    const RedParts parts = red_parts(chroma, surroundings, threshold_for(chroma, mark, surroundings));
     Rect seal = mark;
     std::vector<bool> joined(static_cast<size_t>(parts.rects.size));
     for (int round = 0; round < kRounds; ++round) {
@@ -183,32 +214,13 @@ void append(Points& points, const Points& others) {
     for (int k = 0; k < others.size; ++k) points.push_back(others[k]);
 }
 
-/// The columns that a convex outline covers in a row; none when first > second.
-std::pair<int, int> columns_of(const Points& outline, int row) {
-    double left = HUGE_VAL, right = -HUGE_VAL;
-    for (int k = 0; k < outline.size; ++k) {
-        const Point& a = outline[k];
-        const Point& b = outline[(k + 1) % outline.size];
-        if (row < std::min(a.y, b.y) || row > std::max(a.y, b.y)) continue;
-        if (a.y == b.y) {
-            left = std::min<double>(left, std::min(a.x, b.x));
-            right = std::max<double>(right, std::max(a.x, b.x));
-            continue;
-        }
-        const double x = a.x + static_cast<double>(b.x - a.x) * (row - a.y) / (b.y - a.y);
-        left = std::min(left, x);
-        right = std::max(right, x);
-    }
-    if (left > right) return {0, -1};
-    return {static_cast<int>(std::ceil(left - 0.5)), static_cast<int>(std::floor(right + 0.5))};
-}
-
 }  // namespace
 
-std::vector<Seal> grow_seals(const Image& photo, const Rects& marks) {
+std::vector<Seal> grow_seals(const Image& photo, const Paper& paper, const Rects& marks) {
     const double scale = static_cast<double>(kLongestSide) / std::max(photo.rows, photo.cols);
     const Image copy = reduced(photo, scale);
-    const Image chroma = chroma_of(copy);
+    Image chroma = chroma_of(copy);
+    clear_desk(chroma, paper);
     const double across = static_cast<double>(photo.cols) / copy.cols;
     const double down = static_cast<double>(photo.rows) / copy.rows;
     std::vector<Seal> seals;
@@ -240,6 +252,9 @@ std::vector<Seal> grow_seals(const Image& photo, const Rects& marks) {
         }
         seals.push_back(std::move(seal));
     }
+    seals.erase(
+        std::remove_if(seals.begin(), seals.end(), [](const Seal& seal) { return elongated(seal.rect); }),
+        seals.end());
     std::stable_sort(seals.begin(), seals.end(),
                      [](const Seal& a, const Seal& b) { return area(a.rect) > area(b.rect); });
     return seals;
@@ -248,13 +263,7 @@ std::vector<Seal> grow_seals(const Image& photo, const Rects& marks) {
 Image mask_of(const std::vector<Seal>& seals, int rows, int cols) {
     Image mask;
     mask.mat_create(rows, cols, 1, 0);
-    for (const Seal& seal : seals)
-        for (int row = seal.rect.y; row < seal.rect.y + seal.rect.height; ++row) {
-            const auto [left, right] = columns_of(seal.outline, row);
-            if (left <= right)
-                std::memset(mask.data + static_cast<ptrdiff_t>(row) * cols + left, 255,
-                            static_cast<size_t>(right - left + 1));
-        }
+    for (const Seal& seal : seals) fill_convex(mask, seal.outline, 255);
     return mask;
 }
 

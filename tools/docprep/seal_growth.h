@@ -4,12 +4,9 @@
 
 #include <vector>
 
-#include "photo.h"
-#include "text_components.h"
+#include "paper.h"
 
 namespace docprep {
-
-using Points = orvex_991::vector<orvex_cv_991::Point>;
 
 /// One seal.
 struct Seal {
@@ -19,10 +16,11 @@ struct Seal {
 
 /// The seals that marks are parts of: of a seal the detector often finds the star alone, or some letters. From each
 /// mark on, red that is near joins what was found before, until nothing more is near. Seals are convex; those that
-/// overlap are one. A mark that nothing joins is its own seal. Prints as the library does.
+/// overlap are one. A mark that nothing joins is its own seal. What is long is a heading, and none. Prints as the library does.
 /// @param photo  3 channels
+/// @param paper  where seals are looked for
 /// @param marks  larger ones first; of more than 50 the others are left out, as no page has so many seals
-std::vector<Seal> grow_seals(const Image& photo, const Rects& marks);
+std::vector<Seal> grow_seals(const Image& photo, const Paper& paper, const Rects& marks);
 
 /// 255 on the seals.
 Image mask_of(const std::vector<Seal>& seals, int rows, int cols);

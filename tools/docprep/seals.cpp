@@ -35,8 +35,8 @@ Seals none(const std::string& reason) {
     return seals;
 }
 
-/// What the detector marks, less shades that are only redder than the rest.
-Seals red_marks(const Image& photo, const Image& mask) {
+/// What the detector marks on the paper, less shades that are only redder than the rest.
+Seals red_marks(const Image& photo, const Paper& paper, const Image& mask) {
     Rects marks;
     orvex_991::vector<orvex_991::vector<Point>> pixels;
     CImgproc::connectdComponent(mask, marks, &pixels);
@@ -46,7 +46,7 @@ Seals red_marks(const Image& photo, const Image& mask) {
         int64_t red = 0;
         for (int i = 0; i < mark.size; ++i)
             red += is_red(photo.data + 3 * (static_cast<ptrdiff_t>(mark[i].y) * mask.cols + mark[i].x));
-        if (100 * red < kLeastRedPercent * mark.size) continue;
+        if (100 * red < kLeastRedPercent * mark.size || !paper.holds(marks[k], photo)) continue;
         seals.marks.push_back(marks[k]);
         seals.mark_pixels += mark.size;
     }
@@ -55,7 +55,7 @@ Seals red_marks(const Image& photo, const Image& mask) {
 
 }  // namespace
 
-Seals find_seals(const Image& photo, Image& mask) {
+Seals find_seals(const Image& photo, const Paper& paper, Image& mask) {
     mask = Image();
     if (photo.channels == 1) return none("gray picture");
     if (photo.rows > kTallest * photo.cols) return none("too narrow");
@@ -71,9 +71,9 @@ Seals find_seals(const Image& photo, Image& mask) {
             return none("");
         throw;
     }
-    Seals seals = red_marks(photo, marked);
+    Seals seals = red_marks(photo, paper, marked);
     if (seals.marks.size == 0) return seals;
-    seals.seals = grow_seals(photo, seals.marks);
+    seals.seals = grow_seals(photo, paper, seals.marks);
     mask = mask_of(seals.seals, photo.rows, photo.cols);
     seals.pixels = CImgproc::countNonZero(mask);
     return seals;

@@ -24,9 +24,10 @@ struct Seals {
 /// Searches a photo (1 or 3 channels). No seal is a result, not an error, also of a grey picture, which has
 /// no red, of one that is too narrow for the detector, and of one where it marks shades that are only redder
 /// than the rest. Prints as the library does.
+/// @param paper  marks beside it are none of a seal
 /// @param[out] mask  of the photo's size, 255 on a seal; empty when there is none
 /// @throws CException when the search fails in any other way; std::bad_alloc
-Seals find_seals(const Image& photo, Image& mask);
+Seals find_seals(const Image& photo, const Paper& paper, Image& mask);
 
 }  // namespace docprep
 

@@ -18,7 +18,7 @@ bool Stages::needed(Stage stage) const {
     if (((chosen_ | also_needed_) & bit(stage)) != 0) return true;
     switch (stage) {
         case Stage::kBinarise:
-            return chosen(Stage::kSharpness) || needed(Stage::kPage);
+            return chosen(Stage::kSharpness) || needed(Stage::kPage) || needed(Stage::kSeal);
         case Stage::kPage:
             return needed(Stage::kComponents);
         case Stage::kComponents:

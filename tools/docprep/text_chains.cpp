@@ -13,12 +13,18 @@ namespace {
 constexpr size_t kLeastLetters = 3;
 constexpr int kLeastWidth = 2;  // in text heights
 
+/// A dash, or a piece of a rule.
+bool flat(const Rect& rect, int text_height) {
+    return 5 * rect.height < 2 * text_height;
+}
+
 /// Letters by the cells of a grid, one text height wide and high, that their left edges pass through.
 class LeftEdges {
  public:
     LeftEdges(const Rects& letters, int cell) : cell_(cell) {
         for (int k = 0; k < letters.size; ++k) {
             const Rect& rect = letters[k];
+            if (flat(rect, cell_)) continue;
             for (int row = rect.y / cell_; row <= (rect.y + rect.height - 1) / cell_; ++row)
                 entries_.push_back({key(row, rect.x / cell_), k});
         }
@@ -60,6 +66,7 @@ std::vector<int> right_neighbours(const Rects& letters, int text_height) {
     const auto gap = [&](int a, int b) { return letters[b].x - (letters[a].x + letters[a].width); };
     for (int k = 0; k < letters.size; ++k) {
         const Rect& letter = letters[k];
+        if (flat(letter, cell)) continue;
         const int middle = letter.x + letter.width / 2;
         int nearest = -1;
         edges.for_each(middle, letter.x + letter.width + cell, letter.y, letter.y + letter.height - 1,

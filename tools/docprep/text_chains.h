@@ -13,6 +13,7 @@ using Chain = std::vector<int>;
 
 /// For each letter the position of its nearest neighbour to the right, or -1. Neighbours overlap by half of the
 /// lower one's height, and at most one text height lies between them, which is wider than the space between words.
+/// What is lower than two fifths of the text height, a dash or a piece of a rule, is no neighbour.
 /// Of several letters with the same neighbour the nearest has it. O(n log n) for letters of a page.
 std::vector<int> right_neighbours(const Rects& letters, int text_height);
 

@@ -16,7 +16,6 @@ struct TextComponents {
     int tall = 0;
     int wide = 0;
     int specks = 0;
-    int red = 0;  ///< see red_ink.h
 };
 
 /// Keeps the rectangles that can be letters or words. The rule has no size in pixels:

@@ -19,7 +19,8 @@ using orvex_cv_991::Rect;
 namespace {
 
 // Lengths are in text heights.
-constexpr double kSameLine = 0.4;    // between baselines
+constexpr double kSameLine = 0.6;    // between baselines
+constexpr double kOverlap = 1.5;     // of a letter leaning over the next one
 constexpr double kWordSpace = 3;     // wider spaces may part columns
 constexpr double kWide = 10;         // a column's line; numbers of a table are narrower
 constexpr int kLeastOfGutter = 3;    // wide lines on both sides
@@ -93,7 +94,8 @@ std::vector<Neighbours> neighbours_on_lines(const std::vector<Piece>& pieces, do
     std::vector<bool> followed(pieces.size());
     for (const int right : order) {
         const auto allowed = [&](int left) {
-            return !followed[static_cast<size_t>(left)] && at(left).right <= at(right).left + unit / 2 &&
+            return !followed[static_cast<size_t>(left)] &&
+                   at(left).right <= at(right).left + kOverlap * unit &&
                    std::fabs(at(left).right_y - at(right).left_y) <= kSameLine * unit;
         };
         const auto nearer = [&](int a, int b) { return at(a).right > at(b).right; };
