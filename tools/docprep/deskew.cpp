@@ -16,7 +16,11 @@ using orvex_cv_991::Size;
 namespace {
 
 constexpr int kLargestTile = 64;
-constexpr int kSmallestTile = 8;
+constexpr int kSmallestTile = 2;
+
+/// How fast a shift changes down the page, at most: each round of the way to the page leaves this share of
+/// the error.
+constexpr double kSteepestDown = 0.5;
 
 /// On the page before it was straightened.
 Place bent(const Bend& bend, double x, double y) {
@@ -55,22 +59,42 @@ double tile_error(const Bend& bend, const Rect& tile) {
     return most;
 }
 
+/// Splits a tile until each part is exact enough: bends change abruptly where their text ends.
 template <class Visit>
-void for_each_tile(int rows, int cols, int extent, const Visit& visit) {
-    for (int y = 0; y < rows; y += extent)
-        for (int x = 0; x < cols; x += extent)
-            visit(Rect(x, y, std::min(extent, cols - x), std::min(extent, rows - y)));
+void for_each_exact_tile(const Bend& bend, const Rect& tile, const Visit& visit) {
+    if (std::max(tile.width, tile.height) <= kSmallestTile || tile_error(bend, tile) <= kTileError) {
+        visit(tile);
+        return;
+    }
+    const int right = tile.width - tile.width / 2, bottom = tile.height - tile.height / 2;
+    for (const int y : {0, bottom})
+        for (const int x : {0, right}) {
+            const int width = x == 0 ? right : tile.width - right;
+            const int height = y == 0 ? bottom : tile.height - bottom;
+            if (width > 0 && height > 0)
+                for_each_exact_tile(bend, Rect(tile.x + x, tile.y + y, width, height), visit);
+        }
 }
 
-/// The largest tiles that are exact enough.
-int tile_extent(const Deskew& deskew) {
-    for (int extent = kLargestTile; extent > kSmallestTile; extent /= 2) {
-        double most = 0;
-        for_each_tile(deskew.rows, deskew.cols, extent,
-                      [&](const Rect& tile) { most = std::max(most, tile_error(deskew.bend, tile)); });
-        if (most <= kTileError) return extent;
-    }
-    return kSmallestTile;
+template <class Visit>
+void for_each_tile(const Deskew& deskew, const Visit& visit) {
+    for (int y = 0; y < deskew.rows; y += kLargestTile)
+        for (int x = 0; x < deskew.cols; x += kLargestTile)
+            for_each_exact_tile(
+                deskew.bend,
+                Rect(x, y, std::min(kLargestTile, deskew.cols - x), std::min(kLargestTile, deskew.rows - y)),
+                visit);
+}
+
+/// Whether a bend keeps the order of the page's lines, also far from the text that it was measured on.
+bool keeps_order(const Bend& bend, int rows, int cols) {
+    constexpr int kSteps = 64;
+    for (int i = 0; i <= kSteps; ++i)
+        for (int j = 0; j <= kSteps; ++j) {
+            const double x = (cols - 1.0) * i / kSteps, y = (rows - 1.0) * j / kSteps;
+            if (std::fabs(bend.shift(x, y + 0.5) - bend.shift(x, y - 0.5)) > kSteepestDown) return false;
+        }
+    return true;
 }
 
 void copy_into(Image& page, const Rect& tile, const Image& part) {
@@ -90,7 +114,7 @@ Image warped(const Image& picture, const AffineMatrix& matrix, const Deskew& des
         return page;
     }
     page.mat_create(deskew.rows, deskew.cols, picture.channels, 0);
-    for_each_tile(deskew.rows, deskew.cols, tile_extent(deskew), [&](const Rect& tile) {
+    for_each_tile(deskew, [&](const Rect& tile) {
         AffineMatrix to_tile = combined(inverse(straight_part(deskew.bend, tile)), matrix);
         to_tile[2] -= static_cast<float>(tile.x);
         to_tile[5] -= static_cast<float>(tile.y);
@@ -121,8 +145,8 @@ Place Deskew::to_photo(const Place& on_page) const {
 Place Deskew::to_page(const Place& on_photo) const {
     const Place level = mapped(matrix, on_photo);
     Place on_page = level;
-    // Each round leaves a third of the error at most: no bend is steeper downward.
-    for (int round = 0; round < 12; ++round) on_page.y = level.y - bend.shift(on_page.x, on_page.y);
+    // Each round leaves kSteepestDown of the error at most.
+    for (int round = 0; round < 16; ++round) on_page.y = level.y - bend.shift(on_page.x, on_page.y);
     return on_page;
 }
 
@@ -158,6 +182,7 @@ Deskew plan_deskew(const Image& photo, double skew) {
 }
 
 Deskew with_bend(const Deskew& deskew, const Bend& bend) {
+    if (!keeps_order(bend, deskew.rows, deskew.cols)) return deskew;
     // The shift is largest on the page's edges: in between it is a polynomial of the text, which lies inside.
     double above = 0, below = 0;
     constexpr int kSteps = 64;

@@ -43,7 +43,7 @@ Bounds bounds_on_page(const orvex_cv_991::Rect& rect, const Deskew& deskew);
 Deskew plan_deskew(const Image& photo, double skew);
 
 /// The page that is straightened, too; it grows at its upper and lower edge by as much as its bend moves
-/// anything. As it was where that would be too large.
+/// anything. As it was where that would be too large, or would fold the page far from the text.
 Deskew with_bend(const Deskew& deskew, const Bend& bend);
 
 /// The part of the page that `part` covers.
