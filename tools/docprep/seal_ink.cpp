@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
+#include <cstdlib>
 
 #include "cv_imgproc.h"
 
@@ -27,16 +27,13 @@ int redness(const unsigned char* bgr) {
     return bgr[2] - std::max(bgr[0], bgr[1]);
 }
 
-/// Pixels counted by a value of -255 .. 255, with the sum of their grey levels.
+/// Pixels counted by a value of -255 .. 255.
 struct Histogram {
     std::array<int64_t, 511> counts{};
-    std::array<int64_t, 511> gray_sums{};
     int64_t all = 0;
 
-    void add(int value, int gray) {
-        const auto at = static_cast<size_t>(value + 255);
-        ++counts[at];
-        gray_sums[at] += gray;
+    void add(int value) {
+        ++counts[static_cast<size_t>(value + 255)];
         ++all;
     }
     /// The value that this share of the pixels is not above.
@@ -47,15 +44,6 @@ struct Histogram {
             if (static_cast<double>(n) >= share * static_cast<double>(all)) return static_cast<int>(at) - 255;
         }
         return 255;
-    }
-    /// The mean grey level of the pixels with first .. last; 0 for none.
-    double mean_gray(int first, int last) const {
-        int64_t n = 0, sum = 0;
-        for (int value = first; value <= last; ++value) {
-            n += counts[static_cast<size_t>(value + 255)];
-            sum += gray_sums[static_cast<size_t>(value + 255)];
-        }
-        return n > 0 ? static_cast<double>(sum) / static_cast<double>(n) : 0;
     }
 };
 
@@ -71,16 +59,19 @@ void for_each_pixel(const Rect& area, const Image& mask, const Visit& visit) {
 }
 
 void wipe(const Image& photo, const Image& gray, const Rect& area, const Image& mask, Image& result) {
-    Histogram histogram;
-    for_each_pixel(area, mask, [&](ptrdiff_t pixel) {
-        histogram.add(redness(photo.data + 3 * pixel), gray.data[pixel]);
-    });
-    if (histogram.all == 0) return;
-    const int paper = histogram.quantile(kPaper), ink = histogram.quantile(kInk);
+    Histogram reds;
+    for_each_pixel(area, mask, [&](ptrdiff_t pixel) { reds.add(redness(photo.data + 3 * pixel)); });
+    if (reds.all == 0) return;
+    const int paper = reds.quantile(kPaper), ink = reds.quantile(kInk);
     if (ink - paper < kLeastRedness) return;
-    // Paper as bright as it is; of ink, the level that solid ink has.
-    const double paper_gray = histogram.mean_gray(paper - 3, paper + 3);
-    const double ink_gray = histogram.mean_gray(ink, 255);
+    // Black print has no more red than white paper: medians, so that neither level is a mixture.
+    Histogram paper_levels, ink_levels;
+    for_each_pixel(area, mask, [&](ptrdiff_t pixel) {
+        const int red = redness(photo.data + 3 * pixel);
+        if (std::abs(red - paper) <= 3) paper_levels.add(gray.data[pixel]);
+        if (red >= ink) ink_levels.add(gray.data[pixel]);
+    });
+    const double paper_gray = paper_levels.quantile(0.5), ink_gray = ink_levels.quantile(0.5);
     const double lift = std::max(paper_gray - ink_gray, 0.0) / (ink - paper);
     for_each_pixel(area, mask, [&](ptrdiff_t pixel) {
         const int covered = redness(photo.data + 3 * pixel) - paper;
