@@ -135,7 +135,6 @@ struct RedParts {
 RedParts red_parts(const Image& chroma, const Rect& area, int threshold) {
     Image red = part_of(chroma, area);
     CImgproc::thresholdSeg(red, red, std::min(threshold, 255));
-    red.data[0] = 0;  // the library takes the first pixel by other rules
     RedParts all, parts;
     CImgproc::connectdComponent(red, all.rects, &all.pixels);
     int64_t pixels = 0;
