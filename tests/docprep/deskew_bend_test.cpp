@@ -221,8 +221,8 @@ TEST(deskew_bend, a_page_that_would_be_too_large_is_not_straightened) {
 }
 
 TEST(deskew_bend, lines_that_converge_too_fast_far_from_the_text_are_not_straightened) {
-    // Plausible over the block, 60 pixels wide; twelve times as steep at the page's other end, where lines
-    // would change their order.
+    // Plausible over the block, 60 pixels wide; twelve times as steep at the page's other end, where
+    // lines would change their order.
     const Deskew level = docprep::plan_deskew(photo(), 0);
     EXPECT_TRUE(docprep::with_bend(level, bend_of_small_block(380, 0.3)).none());
     const Deskew gentle = docprep::with_bend(level, bend_of_small_block(380, 0.03));

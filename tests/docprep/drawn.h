@@ -20,8 +20,8 @@ void shade(docprep::Image& picture, const std::function<double(int, int)>& level
 
 int pixel(const docprep::Image& picture, int x, int y);
 
-/// Letters of a line, from left to right, 10 pixels wide on a step of 14, and 14 high: every third with an
-/// ascender, every seventh with a descender. `foot` gives the row below them at a column.
+/// Letters of a line, from left to right, 10 pixels wide on a step of 14, and 14 high: every third with
+/// an ascender, every seventh with a descender. `foot` gives the row below them at a column.
 docprep::Rects letters_of_line(int left, int n, const std::function<double(double)>& foot);
 
 void append(docprep::Rects& rects, const docprep::Rects& others);
