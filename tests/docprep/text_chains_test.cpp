@@ -129,7 +129,7 @@ TEST(text_chains, nothing_gives_nothing) {
     }
 }
 
-// A letter has one neighbour to each side at most, and that to the right begins further right: chains end.
+// A letter has one neighbour to each side at most, the right one begins further right: chains end.
 TEST(text_chains, letters_of_noise_are_in_one_chain_at_most) {
     for (const unsigned seed : {1u, 2u, 3u})
         for (const int largest : {1, 9, 60})

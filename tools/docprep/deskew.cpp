@@ -18,8 +18,8 @@ namespace {
 constexpr int kLargestTile = 64;
 constexpr int kSmallestTile = 2;
 
-/// How fast a shift changes down the page, at most: of an error, each round of the way to the page leaves
-/// this share of it at most.
+/// How fast a shift changes down the page, at most. Of an error, each round of the way to the page leaves
+/// no more than this share.
 constexpr double kSteepestDown = 0.5;
 
 /// On the page before it was straightened.
