@@ -107,9 +107,9 @@ TEST(baseline, descenders_do_not_move_it) {
 }
 
 TEST(baseline, it_follows_a_bent_line) {
-    const auto line = [](double x) { return 300 + 8 * std::pow((x - 310) / 210, 2); };
+    const auto line = [](double x) { return 300 + 40 * std::pow((x - 310) / 210, 2); };
     const Baseline baseline(feet_on(line, 31, 6), 1.7);
-    EXPECT_LT(largest_error(baseline, line, 100, 520), 1.3);
+    EXPECT_LT(largest_error(baseline, line, 100, 520), 0.8);
 }
 
 TEST(baseline, beyond_its_feet_it_goes_on_straight) {

@@ -158,7 +158,7 @@ TEST(bend, lines_steeper_than_those_of_pages_have_none) {
         }
         return docprep::find_bend(letters, chains, kTextHeight, kLevel);
     };
-    EXPECT_FALSE(steep(18).none());
+    EXPECT_FALSE(steep(50).none());
     EXPECT_TRUE(steep(150).none());  // 0.7 at the ends
 }
 

@@ -12,8 +12,10 @@ using orvex_cv_991::Rect;
 namespace {
 
 constexpr int kRounds = 8;
-// In letters' weights: a word of few letters is straight, and level rather than steep.
+// In letters' weights: a word of few letters is straight, and level rather than steep. A long line shows its own
+// shape; were it held straight, its ends would be taken for other letters' feet.
 constexpr std::array<double, 3> kPriors = {1e-9, 0.05, 0.5};
+constexpr double kFewFeet = 8;
 
 std::array<double, 3> powers(double t) {
     return {1, t, t * t};
@@ -40,13 +42,16 @@ Baseline::Baseline(const std::vector<Place>& feet, double tolerance) : tolerance
                      heights.end());
     middle_.y = heights[heights.size() / 2];
     for (const Place& foot : feet) reach_ = std::max(reach_, std::fabs(foot.x - middle_.x));
+    std::array<double, 3> priors = kPriors;
+    const double few = std::min(kFewFeet / static_cast<double>(feet.size()), 1.0);
+    for (double& prior : priors) prior *= few * few;
     // Each round, feet count the less the further they lie from the parabola of the round before.
     std::vector<double> weights(feet.size(), 1);
     for (int round = 0; round < kRounds; ++round) {
         LeastSquares<3> squares;
         for (size_t k = 0; k < feet.size(); ++k)
             squares.add(powers((feet[k].x - middle_.x) / reach_), feet[k].y - middle_.y, weights[k]);
-        parabola_ = squares.solve(kPriors);
+        parabola_ = squares.solve(priors);
         for (size_t k = 0; k < feet.size(); ++k) {
             const double off = (feet[k].y - at(feet[k].x)) / tolerance_;
             weights[k] = 1 / (1 + off * off);
