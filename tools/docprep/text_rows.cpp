@@ -296,6 +296,7 @@ Rect bounding_rect(const Rects& rects) {
 
 TextRows find_rows(const Rects& letters, int text_height, const WayBack& way_back) {
     TextRows rows;
+    if (text_height <= 0) return rows;  // no letters
     for (const std::vector<int>& members : letters_of_rows(letters, text_height)) {
         TextRow& row = rows.emplace_back();
         for (const int k : members) row.components.push_back(letters[k]);
