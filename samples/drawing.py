@@ -90,7 +90,7 @@ def draw_seal(rng, seal, scale):
     """Returns (ink, disc) of the seal, square arrays of 0..1: what the stamp prints, and all it covers."""
     big = scale * 3                                     # drawn larger and reduced: turned letters stay smooth
     r = seal.radius * big
-    side = 2 * (seal.radius + 6) * big
+    side = round(2 * (seal.radius + 6) * big)
     c = side / 2
     ink = Image.new("L", (side, side), 0)
     pen = ImageDraw.Draw(ink)
