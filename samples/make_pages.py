@@ -87,7 +87,7 @@ def chosen_page(seed, dealt_to_it, longest):
     faces = MONO if has["kind"] == "receipt" and rng.random() < 0.6 else [SERIF, SANS, MONO][
         rng.choice(3, p=[0.5, 0.4, 0.1])]
     page["family"] = list(faces)[rng.integers(len(faces))]
-    page["letters"] = between(rng, *{"columns": (62, 85), "receipt": (26, 30), "card": (36, 46)}.get(
+    page["letters"] = between(rng, *{"columns": (62, 85), "table": (50, 80), "receipt": (26, 30), "card": (36, 46)}.get(
         has["kind"], (36, 80)))
     page["leading"] = between(rng, 1.28, 1.6)
     page["heading"] = "print" if has["seal"] else has["heading"]

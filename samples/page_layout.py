@@ -142,7 +142,8 @@ def letter(page, heading_ink):
     page.skip(0.4)
     bottom = page.bottom
     page.bottom -= 3.2 * page.step                      # kept for the sign-off
-    if words.rng.random() < 0.5:
+    # Numbers of a list in letters of one width stand in a column of their own to a recogniser.
+    if words.rng.random() < 0.5 and page.family not in MONO:
         page.paragraph(words.paragraph())
         page.skip(0.5)
         numbered_list(page, words.number(3, 5))
@@ -192,7 +193,7 @@ def table(page, heading_ink):
         total += count * cents
         rows.append((GOODS[item], str(count), money(cents), money(count * cents)))
     ruled = words.one_of(("rows", "head", "none"))
-    set_table(page, [("Article", "Count", "Price", "Amount"), *rows, ("Total", "", "", money(total))], ruled)
+    set_table(page, [("Article", "Count", "Price", "Amount"), *rows, ("Total of all the articles above", "", "", money(total))], ruled)
     page.skip(1.0)
     page.fill(justify=False)
 
@@ -203,7 +204,8 @@ def set_table(page, rows, ruled):
     No upright ones: recognisers like to read them as letters, and whether that is wrong is a matter of taste.
     """
     pad = 1.0 * page.x_height
-    widths = [max(page.bold.getlength(row[column]) for row in rows) + 2 * pad for column in range(len(rows[0]))]
+    # The last row's name reaches over the columns beside it, which also ties them together for a recogniser.
+    widths = [max(page.bold.getlength(row[column]) for row in rows[:-1]) + 2 * pad for column in range(len(rows[0]))]
     edges = [page.left]
     for width in widths:
         edges.append(edges[-1] + width)
