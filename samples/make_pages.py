@@ -75,17 +75,18 @@ def chosen_page(seed, dealt_to_it, longest):
     scan = has["ground"] == "scan"
 
     long, short = has["size"]
-    if has["kind"] == "columns" and long < 1600:
-        long, short = 1600, 1200                        # a column needs words enough for a line
+    least = {"columns": (1600, 1200), "table": (1024, 768), "receipt": (1024, 768)}.get(has["kind"], (0, 0))
+    long, short = max((long, short), least)             # room for the line that cannot be broken, or for a few words
     if longest:
         long, short = longest, round(longest * short / long)
-    upright = has["kind"] != "card" and rng.random() < 0.85
+    upright = has["kind"] == "receipt" or has["kind"] != "card" and rng.random() < 0.85
     width, height = (short, long) if upright else (long, short)
     page["size"] = [width, height]
     page["aspect"] = {"receipt": between(rng, 0.40, 0.52), "card": between(rng, 1.5, 1.7)}.get(
         has["kind"], between(rng, 0.70, 0.80) if upright else between(rng, 1.25, 1.4))
-    faces = MONO if has["kind"] == "receipt" and rng.random() < 0.6 else [SERIF, SANS, MONO][
-        rng.choice(3, p=[0.5, 0.4, 0.1])]
+    # Of one width are the letters of most receipts, but of no table here: their points stand in a column as well.
+    odds = {"receipt": (0.2, 0.2, 0.6), "table": (0.5, 0.5, 0)}.get(has["kind"], (0.5, 0.4, 0.1))
+    faces = (SERIF, SANS, MONO)[rng.choice(3, p=odds)]
     page["family"] = list(faces)[rng.integers(len(faces))]
     page["letters"] = between(rng, *{"columns": (62, 85), "table": (50, 80), "receipt": (26, 30), "card": (36, 46)}.get(
         has["kind"], (36, 80)))
@@ -203,12 +204,19 @@ def margins(page):
 
 
 def framed(page, rng):
-    """Returns the camera with the sheet in its frame: all of it, or of a sheet that fills it the print alone."""
+    """Returns (camera, size of the sheet in drawing pixels), the sheet in the camera's frame.
+
+    All of it is, or of a sheet that fills the photograph the print alone. The page gets its letters' height.
+    """
     camera = Camera(page)
     left, top, right, bottom = margins(page) if page["ground"] in ("filled", "scan") else (0, 0, 1, 1)
     box = (left - 0.5) * page["aspect"], top - 0.5, (right - 0.5) * page["aspect"], bottom - 0.5
     camera.frame(box, between(rng, 0.02, 0.06), rng.uniform(-0.3, 0.3, 2))
-    return camera
+    # Between 12 and 40 pixels of the photograph; a line of N letters is about N of their heights wide.
+    left, _, right, _ = margins(page)
+    width = (right - left) * page["aspect"] * camera.scale
+    page["x_height"] = round(min(40, max(12, width / page["letters"])), 2)
+    return camera, (round(camera.scale * page["aspect"] * DRAW), round(camera.scale * DRAW))
 
 
 def set_page(page, rng, size, border):
@@ -216,8 +224,6 @@ def set_page(page, rng, size, border):
     w, h = size
     left, top, right, bottom = margins(page)
     box = (left * w + border, top * h + border, right * w + border, bottom * h + border)
-    # Between 12 and 40 pixels of the photograph; a line of N letters is about N of their heights wide.
-    page["x_height"] = round(min(40, max(12, (box[2] - box[0]) / DRAW / page["letters"])), 2)
     sheet = Page(Words(rng), box, page["family"], page["x_height"] * DRAW, page["leading"])
     LAYOUTS[page["kind"]](sheet, page["heading"])
     return sheet
@@ -240,12 +246,12 @@ def draw_ink(sheet, size, ink):
 def draw_sheet(page, rng, size, border):
     """Returns (colours, seal's disc or None, the page as set) of the flat sheet with a border of bare paper."""
     sheet = set_page(page, rng, size, border)
+    verso = set_page(page, rng, size, border)
     size = (size[0] + 2 * border, size[1] + 2 * border)
     fibre = (smooth_noise(rng, size, (3, 3)) * 0.45 + smooth_noise(rng, size, (11, 7)) * 0.25
              + smooth_noise(rng, size, (140, 140)) * 0.30)
     paper = np.array(page["paper"], np.float32) + ((fibre - 0.5) * 16)[..., None]
     if page["bleed"]:
-        verso = set_page(dict(page), rng, (size[0] - 2 * border, size[1] - 2 * border), border)
         back = draw_ink(verso, size, "print").transpose(Image.FLIP_LEFT_RIGHT)
         soft = np.asarray(back.filter(ImageFilter.GaussianBlur(2.0)), np.float32) / 255
         paper *= 1 - page["bleed"] * soft[..., None]
@@ -290,35 +296,34 @@ def ground(page, rng):
     return np.array(colours[rng.integers(len(colours))], np.float32) + cloth[..., None]
 
 
-def place_across(page, direction):
-    """Returns where each pixel lies along a direction: -0.5..0.5 over the photograph's longer side."""
-    w, h = page["size"]
-    x = ((np.arange(w, dtype=np.float32) + 0.5 - w / 2) / max(w, h))[None, :]
-    y = ((np.arange(h, dtype=np.float32) + 0.5 - h / 2) / max(w, h))[:, None]
+def turned_axes(x, y, direction):
+    """Returns (along, beside): how far each pixel lies in a direction, and at right angles to it."""
     a = math.radians(direction)
-    return x * math.cos(a) + y * math.sin(a), y * math.cos(a) - x * math.sin(a), x, y
+    return x * math.cos(a) + y * math.sin(a), y * math.cos(a) - x * math.sin(a)
 
 
 def room_light(page):
     """Returns the light at each pixel: a gradient or a lamp, darker corners, a shadow, interference."""
     light = page["light"]
     w, h = page["size"]
-    along, _, x, y = place_across(page, light["direction"])
+    long = max(w, h)
+    x = ((np.arange(w, dtype=np.float32) + 0.5 - w / 2) / long)[None, :]
+    y = ((np.arange(h, dtype=np.float32) + 0.5 - h / 2) / long)[:, None]
     strength = light["strength"]
-    lamp = np.hypot(x - (light["x"] - 0.5) * w / max(w, h), y - (light["y"] - 0.5) * h / max(w, h))
+    along, _ = turned_axes(x, y, light["direction"])
+    lamp = np.hypot(x - (light["x"] - 0.5) * w / long, y - (light["y"] - 0.5) * h / long)
     gain = {"even": lambda: np.ones((h, w), np.float32),
             "linear": lambda: 1.0 - strength * (along + 0.5),
             "radial": lambda: 1.05 - strength * np.minimum(lamp, 1) ** 1.3,
-            "lamp": lambda: 0.72 + 0.42 * strength / 0.4 * np.exp(-(lamp / 0.33) ** 2)}[light["kind"]]()
+            "lamp": lambda: 0.72 + 1.05 * strength * np.exp(-(lamp / 0.33) ** 2)}[light["kind"]]()
     gain = gain * light["level"] * (1 - page["vignette"] * (x ** 2 + y ** 2) / 0.4)
     shadow = page["shadow"]
     if shadow:
-        along, beside, _, _ = place_across(page, shadow["direction"])
+        along, beside = turned_axes(x, y, shadow["direction"])
         edge = along - (shadow["at"] - 0.5) * 0.7 + shadow["bow"] * np.sin(6 * beside)
         gain *= 1 - shadow["depth"] * (0.5 + 0.5 * np.tanh(edge / shadow["softness"]))
     if page["moire"]:
-        along, beside, _, _ = place_across(page, light["direction"] + 20)
-        long = max(w, h)
+        along, beside = turned_axes(x, y, light["direction"] + 20)
         fine = np.sin(along * long * 0.9 + 3 * np.sin(beside * 9))
         slow = np.sin((along + 0.3 * beside) * 60 + 2 * np.sin(beside * 14))
         gain *= 1 + page["moire"] * (slow + 0.6 * fine * slow)
@@ -354,8 +359,7 @@ def through_the_lens(page, scene):
 def take_photograph(page):
     """Returns (photograph, seal mask or None, text), as the camera stores them."""
     rng = np.random.default_rng(page["seed"] + [1])
-    camera = framed(page, rng)
-    size = (round(camera.scale * page["aspect"] * DRAW), round(camera.scale * DRAW))
+    camera, size = framed(page, rng)
     u, v, slope = camera.sheet_coordinates()
     u, v = u * size[0], v * size[1]
     border = 0
@@ -391,8 +395,7 @@ def as_stored(page, picture):
 def clean_page(page):
     """Returns (picture, None, text) of the same page as it was set: level, black and red on white."""
     rng = np.random.default_rng(page["seed"] + [1])
-    camera = framed(page, rng)
-    size = (round(camera.scale * page["aspect"] * DRAW), round(camera.scale * DRAW))
+    _, size = framed(page, rng)
     sheet = set_page(page, rng, size, 0)
     picture = Image.new("RGB", size, "white")
     for ink, colour in (("print", "black"), ("red", (186, 30, 40))):

@@ -156,8 +156,8 @@ def letter(page, heading_ink):
 
 
 def numbered_list(page, count):
-    for number in range(1, count + 1):
-        page.put_aligned(f"{number}. {page.words.one_of(TASKS)}", "left")
+    for number, task in enumerate(page.words.rng.permutation(len(TASKS))[:count], 1):
+        page.put_aligned(f"{number}. {TASKS[task]}", "left")
     page.skip(0.5)
 
 
@@ -181,7 +181,7 @@ def two_columns(page, heading_ink):
 
 
 def table(page, heading_ink):
-    """A bill: heading, two lines, a table with or without rules, its total, and paragraphs below."""
+    """A bill: heading, two lines, a table with rules, its total, and paragraphs below."""
     words = page.words
     page.heading(f"{words.one_of(TOWNS)} {words.one_of(FIRMS)}", 1.5, "left", heading_ink)
     page.put_aligned(f"Bill No. {words.number(1000, 9999)} of {words.date()}", "left")
@@ -192,20 +192,23 @@ def table(page, heading_ink):
         count, cents = words.number(2, 40), words.number(110, 9900)
         total += count * cents
         rows.append((GOODS[item], str(count), money(cents), money(count * cents)))
-    ruled = words.one_of(("rows", "head", "none"))
-    set_table(page, [("Article", "Count", "Price", "Amount"), *rows, ("Total of all the articles above", "", "", money(total))], ruled)
+    every_row = bool(words.rng.random() < 0.5)
+    set_table(page, [("Article", "Count", "Price", "Amount"), *rows, ("Total of all the articles above", "", "", money(total))], every_row)
     page.skip(1.0)
     page.fill(justify=False)
 
 
-def set_table(page, rows, ruled):
+def set_table(page, rows, every_row):
     """Sets rows of cells, the first column left-aligned and the others right-aligned, with level rules.
 
-    No upright ones: recognisers like to read them as letters, and whether that is wrong is a matter of taste.
+    No upright ones, which recognisers like to read as letters. With no rules at all they read such a table column
+    by column.
     """
     pad = 1.0 * page.x_height
     # The last row's name reaches over the columns beside it, which also ties them together for a recogniser.
     widths = [max(page.bold.getlength(row[column]) for row in rows[:-1]) + 2 * pad for column in range(len(rows[0]))]
+    reach = page.bold.getlength(rows[-1][0]) + page.bold.getlength(rows[-1][-1]) + 4 * pad
+    widths[0] += max(0, reach - sum(widths))
     edges = [page.left]
     for width in widths:
         edges.append(edges[-1] + width)
@@ -226,10 +229,9 @@ def set_table(page, rows, ruled):
             break
         rule_at.append(page.y)
     page.step = step
-    if ruled == "head":
+    if not every_row:
         rule_at = [rule_at[0], rule_at[1], rule_at[-2], rule_at[-1]]
-    if ruled != "none":
-        page.rules += [(edges[0], y, edges[-1], y, rule) for y in rule_at]
+    page.rules += [(edges[0], y, edges[-1], y, rule) for y in rule_at]
 
 
 def money(cents):
@@ -262,10 +264,10 @@ def receipt(page, heading_ink):
     for name, price, detail in rows + ends:
         font = page.bold if name == "Total" else page.body
         page.put([(name, page.left), (price, edge - font.getlength(price))], font)
-        if detail:
+        if detail and indent + page.body.getlength(detail) <= page.width():
             page.put([(detail, page.left + indent)])
     page.skip(0.7)
-    page.put_aligned(words.one_of(("Thank you for your visit", "Please come again", "Have a nice day")), "centre")
+    page.put_aligned(words.one_of(("Thank you", "Please come again", "Have a nice day")), "centre")
 
 
 def card(page, heading_ink):
