@@ -34,7 +34,7 @@ def load_font(name, size):
 
 def smooth_noise(rng, size, cell):
     """Returns noise of about 0..1 over `size`, its blobs `cell` large; both are (width, height)."""
-    (w, h), (cell_w, cell_h) = size, cell
+    (w, h), (cell_w, cell_h) = size, (max(1, round(extent)) for extent in cell)
     coarse = rng.random((h // cell_h + 2, w // cell_w + 2), dtype=np.float32)
     return np.asarray(Image.fromarray(coarse).resize((w, h), Image.BICUBIC))
 
@@ -139,9 +139,9 @@ def draw_wood(rng, size, colour, scale):
     w, h = size
     grain = np.zeros((h, w), np.float32)
     for cell, weight in (((1300, 2.5), 16), ((900, 7), 22), ((1500, 35), 26), ((45, 1.5), 9)):
-        grain += (smooth_noise(rng, size, (round(cell[0] * scale), round(cell[1] * scale))) - 0.5) * weight
+        grain += (smooth_noise(rng, size, (cell[0] * scale, cell[1] * scale)) - 0.5) * weight
     # Real grain is never ruled straight.
-    wander = (smooth_noise(rng, size, (round(450 * scale), round(130 * scale))) - 0.5) * 55 * scale
+    wander = (smooth_noise(rng, size, (450 * scale, 130 * scale)) - 0.5) * 55 * scale
     rows = np.clip(np.arange(h)[:, None] + wander, 0, h - 1).astype(np.intp)
     grain = np.take_along_axis(grain, rows, axis=0)
     y = np.arange(h, dtype=np.float32)

@@ -8,8 +8,9 @@ For each page it writes STEM.jpg or STEM.png, STEM.gt.txt (the printed text in r
 a line) and, where a seal lies, STEM.sealmask.png; and pages.json with every page's parameters. README.md says
 what the pages are like. A seed gives the same bytes each time, with the same package versions.
 
-A page is set (page_layout.py), drawn flat, seen by a camera (turned askew, tilted, bent), and only then lit,
-softened and given noise, as it happens to a real sheet.
+What each page is like is chosen first (page_choice.py). The page is set (page_layout.py), drawn flat, seen by
+a camera (turned askew, tilted, bent), and only then lit, softened and given noise, as it happens to a real
+sheet.
 """
 import argparse
 import json
@@ -19,116 +20,22 @@ import pathlib
 import numpy as np
 from PIL import Image, ImageDraw, ImageFilter
 
-from drawing import (Seal, draw_wood, fold_light, mapped, plane_map, sample, sensor_noise, shadow_on, sheet_cover,
-                     smooth_noise, stamp, to_image)
-from page_layout import LAYOUTS, MONO, SANS, SERIF, Page
+from drawing import (Seal, draw_wood, fold_light, mapped, plane_map, sample, sensor_noise, shadow_on,
+                     sheet_cover, smooth_noise, stamp, to_image)
+from page_choice import between, chosen_pages
+from page_layout import LAYOUTS, Page
 from page_text import SEAL_TEXTS, Words
 
 DRAW = 1.5                          # drawing pixels of the sheet to a pixel of the photograph
 EXIF_ORIENTATION = 0x0112
 ORIENTATIONS = {0: 1, 90: 6, 180: 3, 270: 8}        # of a picture to be turned clockwise by that many degrees
 
-# What the pages of a set share out among themselves: how many of them have which property.
-KINDS = (("letter", 0.24), ("article", 0.20), ("columns", 0.17), ("table", 0.16), ("receipt", 0.13), ("card", 0.10))
-GROUNDS = (("dark wood", 0.19), ("light wood", 0.17), ("plain", 0.21), ("filled", 0.25), ("scan", 0.18))
-TURNS = (((0, False), 0.62), ((0, True), 0.04), ((90, True), 0.06), ((90, False), 0.06), ((180, True), 0.05),
-         ((180, False), 0.05), ((270, True), 0.06), ((270, False), 0.06))
-LIGHTS = (("even", 0.14), ("linear", 0.34), ("radial", 0.26), ("lamp", 0.26))
-SIZES = (((800, 600), 0.10), ((1024, 768), 0.14), ((1280, 960), 0.20), ((1600, 1200), 0.24), ((2048, 1536), 0.18),
-         ((2400, 1800), 0.08), ((3000, 2200), 0.06))
-FOCUS = (("sharp", 0.45), ("soft", 0.30), ("defocused", 0.25))
-HEADINGS = (("print", 0.70), ("red", 0.30))
-SHARES = {"tilted": 0.40, "bent": 0.24, "seal": 0.22, "shadow": 0.34, "bleed": 0.16, "folded": 0.24, "moire": 0.13,
-          "cast": 0.55}
-
-
-def dealt(rng, count, shares):
-    """Returns `count` values in random order, each as often as its share says."""
-    ends = np.cumsum([share for _, share in shares])
-    picks = np.searchsorted(ends, (np.arange(count) + 0.5) / count * ends[-1])
-    return [shares[pick][0] for pick in rng.permutation(picks)]
-
-
-def between(rng, low, high):
-    """Returns a number of that range, short enough to be read in pages.json."""
-    return round(float(rng.uniform(low, high)), 4)
-
-
-def chosen_pages(seed, count, longest):
-    """Returns the parameters of every page of the set, to be written to pages.json."""
-    rng = np.random.default_rng(seed)
-    decks = {"kind": KINDS, "ground": GROUNDS, "turn": TURNS, "light": LIGHTS, "size": SIZES, "focus": FOCUS,
-             "heading": HEADINGS}
-    hands = {name: dealt(rng, count, shares) for name, shares in decks.items()}
-    hands.update({name: dealt(rng, count, ((True, share), (False, 1 - share))) for name, share in SHARES.items()})
-    return [chosen_page([seed, index], {name: hand[index] for name, hand in hands.items()}, longest)
-            for index in range(count)]
-
-
-def chosen_page(seed, dealt_to_it, longest):
-    """Returns the parameters of one page: what it was dealt, and how much of each."""
-    rng = np.random.default_rng(seed)
-    has = dealt_to_it
-    page = {"name": f"page_{seed[1] + 1:02}_{has['kind']}", "seed": seed, "kind": has["kind"], "ground": has["ground"]}
-    if has["kind"] == "receipt" and has["ground"] == "filled":
-        page["ground"] = "plain"                        # a narrow strip cannot fill a photograph
-    scan = has["ground"] == "scan"
-
-    long, short = has["size"]
-    least = {"columns": (1600, 1200), "table": (1024, 768), "receipt": (1024, 768)}.get(has["kind"], (0, 0))
-    long, short = max((long, short), least)             # room for the line that cannot be broken, or for a few words
-    if longest:
-        long, short = longest, round(longest * short / long)
-    upright = has["kind"] == "receipt" or has["kind"] != "card" and rng.random() < 0.85
-    width, height = (short, long) if upright else (long, short)
-    page["size"] = [width, height]
-    page["aspect"] = {"receipt": between(rng, 0.40, 0.52), "card": between(rng, 1.5, 1.7)}.get(
-        has["kind"], between(rng, 0.70, 0.80) if upright else between(rng, 1.25, 1.4))
-    # Of one width are the letters of most receipts, but of no table here: their points stand in a column as well.
-    odds = {"receipt": (0.2, 0.2, 0.6), "table": (0.5, 0.5, 0)}.get(has["kind"], (0.5, 0.4, 0.1))
-    faces = (SERIF, SANS, MONO)[rng.choice(3, p=odds)]
-    page["family"] = list(faces)[rng.integers(len(faces))]
-    page["letters"] = between(rng, *{"columns": (62, 85), "table": (50, 80), "receipt": (26, 30), "card": (36, 46)}.get(
-        has["kind"], (36, 80)))
-    page["leading"] = between(rng, 1.28, 1.6)
-    page["heading"] = "print" if has["seal"] else has["heading"]
-    page["print_ink"] = int(rng.integers(15, 75))
-    page["paper"] = [round(float(c)) for c in np.array((246, 243, 236)) + rng.uniform(-10, 6, 3)]
-
-    page["turn"], page["exif"] = has["turn"]
-    page["skew"] = between(rng, -8, 8) if rng.random() < 0.75 else between(rng, -1, 1)
-    tilted = has["tilted"] and not scan
-    page["tilt"] = between(rng, 7, 17) if tilted else 0 if scan else between(rng, 0, 1.5)
-    page["tilt_towards"] = between(rng, 0, 360)
-    page["distance"] = 1e5 if scan else between(rng, 1.6, 2.6)      # in heights of the sheet
-    page["bend"] = between(rng, 0.03, 0.07) if has["bent"] and not scan else 0
-    page["folds"] = [[axis, between(rng, 0.3, 0.7)] for axis in "xy" if rng.random() < 0.7] if has["folded"] else []
-    page["seal"] = has["seal"]
-    page["bleed"] = between(rng, 0.05, 0.13) if has["bleed"] else 0
-
-    page["light"] = {"kind": "even" if scan else has["light"], "strength": between(rng, 0.25, 0.6),
-                     "direction": between(rng, 0, 360), "x": between(rng, 0.1, 0.9), "y": between(rng, 0.1, 0.9),
-                     "level": between(rng, 0.9, 1.02) if scan else between(rng, 0.72, 1.06)}
-    page["vignette"] = 0 if scan else between(rng, 0, 0.25)
-    page["shadow"] = None
-    if has["shadow"] and not scan:
-        page["shadow"] = {"at": between(rng, 0.25, 0.75), "direction": between(rng, 0, 360),
-                          "depth": between(rng, 0.25, 0.5), "softness": between(rng, 0.002, 0.02),
-                          "bow": between(rng, -0.1, 0.1)}
-    warmth = between(rng, -0.08, 0.10) if has["cast"] else 0
-    page["tone"] = [round(1 + warmth, 4), round(1 + (between(rng, -0.04, 0.03) if has["cast"] else 0), 4),
-                    round(1 - warmth, 4)]
-    page["moire"] = between(rng, 0.02, 0.05) if has["moire"] else 0
-    page["focus"] = has["focus"]
-    page["blur"] = between(rng, 0.4, 0.75) if has["focus"] == "sharp" else between(rng, 0.06, 0.1)
-    page["noise"] = between(rng, 0.5, 1.2) if scan else between(rng, 0.7, 3.0)
-    png = not page["exif"] and width * height <= 2_000_000 and rng.random() < 0.3
-    page["quality"] = None if png else int(rng.integers(60, 93))
-    return page
-
 
 class Camera:
-    """Sees the sheet: from its plane, in heights of the sheet about its middle, to the photograph's pixels."""
+    """Sees the sheet: from its plane, in heights of the sheet about its middle, to the photograph's pixels.
+
+    A bent sheet rises from that plane like a cylinder, highest along its middle.
+    """
 
     def __init__(self, page):
         self.width, self.height = page["size"]
@@ -152,7 +59,7 @@ class Camera:
         return points[0] * scale, points[1] * scale
 
     def frame(self, box, margin, jitter):
-        """Scales and moves the picture so that `box` (left, top, right, bottom) lies within the photograph."""
+        """Scales and moves what is seen, so that `box` (left, top, right, bottom) lies in the photograph."""
         along = np.linspace(0, 1, 41)
         left, top, right, bottom = box
         x = np.concatenate([left + (right - left) * along] * 2 + [np.full(41, left), np.full(41, right)])
@@ -166,10 +73,10 @@ class Camera:
     def sheet_coordinates(self):
         """Returns (u, v, slope): which point of the sheet, as fractions, each pixel shows, and its slope."""
         corners = np.array([[-1, -1], [1, -1], [1, 1], [-1, 1]]) * (self.aspect / 2, 0.5)
-        seen = np.stack(self.seen(corners[:, 0], corners[:, 1], np.zeros(4)), axis=1) * self.scale + self.shift
+        seen = np.stack(self.seen(corners[:, 0], corners[:, 1], np.zeros(4)), axis=1)
         x = (np.arange(self.width, dtype=np.float32) + 0.5)[None, :]
         y = (np.arange(self.height, dtype=np.float32) + 0.5)[:, None]
-        x, y = mapped(plane_map(seen, corners).tolist(), x, y)
+        x, y = mapped(plane_map(seen * self.scale + self.shift, corners).tolist(), x, y)
         if not self.bend:
             return x / self.aspect + 0.5, y + 0.5, None
         # The line of sight meets the raised sheet between the plane's point and the eye.
@@ -244,7 +151,7 @@ def draw_ink(sheet, size, ink):
 
 
 def draw_sheet(page, rng, size, border):
-    """Returns (colours, seal's disc or None, the page as set) of the flat sheet with a border of bare paper."""
+    """Returns (colours, seal's disc or None, the page as set) of the flat sheet in a border of bare paper."""
     sheet = set_page(page, rng, size, border)
     verso = set_page(page, rng, size, border)
     size = (size[0] + 2 * border, size[1] + 2 * border)
@@ -276,7 +183,8 @@ def stamp_seal(rng, sheet, paper):
     width, height = sheet.right - sheet.left, sheet.bottom - sheet.top
     radius = round(min(rng.uniform(6, 9) * sheet.x_height, 0.19 * min(width, height)) / DRAW)
     top_text, bottom_text = SEAL_TEXTS[rng.integers(len(SEAL_TEXTS))]
-    seal = Seal(radius, top_text, bottom_text, between(rng, -20, 20), ink=(205, int(rng.integers(20, 60)), 50))
+    turn = between(rng, -20, 20)
+    seal = Seal(radius, top_text, bottom_text, turn, ink=(205, int(rng.integers(20, 60)), 50))
     centre = [sheet.left + rng.uniform(0.55, 1) * width, sheet.top + rng.uniform(0.55, 1) * height]
     reach = (radius + 7) * DRAW
     centre = [min(max(at, reach), extent - reach) for at, extent in zip(centre, paper.shape[1::-1])]
@@ -292,7 +200,8 @@ def ground(page, rng):
                    "light wood": ((190, 160, 122), (206, 184, 150), (172, 150, 124))}[page["ground"]]
         return draw_wood(rng, size, colours[rng.integers(3)], scale)
     colours = ((52, 60, 72), (120, 122, 124), (70, 96, 84), (150, 140, 128), (30, 32, 36))
-    cloth = smooth_noise(rng, size, (2, 2)) * 10 + smooth_noise(rng, size, (round(300 * scale),) * 2) * 16 - 13
+    weave, folds = smooth_noise(rng, size, (2, 2)), smooth_noise(rng, size, (300 * scale, 300 * scale))
+    cloth = weave * 10 + folds * 16 - 13
     return np.array(colours[rng.integers(len(colours))], np.float32) + cloth[..., None]
 
 
@@ -333,18 +242,17 @@ def room_light(page):
 def defocused(picture, radius):
     """Returns a float picture seen through a lens out of focus: each pixel the mean over a disc."""
     reach = math.ceil(radius)
-    places = np.arange(-reach, reach + 1)
-    fine = ((np.arange((2 * reach + 1) * 8) + 0.5) / 8 - reach - 0.5)
-    disc = (fine[:, None] ** 2 + fine[None, :] ** 2 <= radius ** 2).reshape(2 * reach + 1, 8, 2 * reach + 1, 8)
+    side = 2 * reach + 1
+    fine = (np.arange(side * 8) + 0.5) / 8 - side / 2   # eighths of a pixel, from the disc's middle
+    disc = (fine[:, None] ** 2 + fine[None, :] ** 2 <= radius ** 2).reshape(side, 8, side, 8)
     weights = disc.mean(axis=(1, 3)) / disc.mean(axis=(1, 3)).sum()
     h, w = picture.shape[:2]
     wide = np.pad(picture, ((reach, reach), (reach, reach), (0, 0)), mode="edge")
     total = np.zeros_like(picture)
-    for row in places:
-        for column in places:
-            weight = float(weights[row + reach, column + reach])
-            if weight:
-                total += weight * wide[row + reach:row + reach + h, column + reach:column + reach + w]
+    for row in range(side):
+        for column in range(side):
+            if weights[row, column]:
+                total += float(weights[row, column]) * wide[row:row + h, column:column + w]
     return total
 
 
@@ -379,7 +287,8 @@ def take_photograph(page):
     photo = to_image(sensor_noise(rng, soft, page["noise"]))
     mask = None
     if disc is not None:
-        mask = as_stored(page, Image.fromarray(np.where(sample(disc, u + border, v + border) >= 0.5, 255, 0).astype(np.uint8)))
+        seen = sample(disc, u + border, v + border) >= 0.5
+        mask = as_stored(page, Image.fromarray(np.where(seen, 255, 0).astype(np.uint8)))
     return as_stored(page, photo), mask, text_of(sheet)
 
 
@@ -424,8 +333,10 @@ def main():
     parser.add_argument("folder", type=pathlib.Path, help="where to write; made if need be")
     parser.add_argument("--seed", type=int, default=1, help="another seed, another set (default: 1)")
     parser.add_argument("--count", type=int, default=24, help="how many pages (default: 24)")
-    parser.add_argument("--longest", type=int, metavar="PIXELS", help="the longer side of all pages (default: 800 to 3000)")
-    parser.add_argument("--clean", action="store_true", help="the pages as they were set: level, sharp, evenly lit")
+    parser.add_argument("--longest", type=int, metavar="PIXELS",
+                        help="the longer side of all pages (default: 800 to 3000)")
+    parser.add_argument("--clean", action="store_true",
+                        help="the pages as they were set: level, sharp, evenly lit")
     arguments = parser.parse_args()
     arguments.folder.mkdir(parents=True, exist_ok=True)
     pages = chosen_pages(arguments.seed, arguments.count, arguments.longest)

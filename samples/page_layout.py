@@ -12,7 +12,8 @@ from page_text import FIRMS, GOODS, LAST_NAMES, STREETS, SUBTITLES, TASKS, TITLE
 # Upright styles of each family: regular and bold.
 SERIF = {"Liberation Serif": ("Regular", "Bold"), "DejaVu Serif": ("Book", "Bold"), "C059": ("Roman", "Bold"),
          "P052": ("Roman", "Bold"), "Nimbus Roman": ("Regular", "Bold"), "URW Bookman": ("Light", "Demi")}
-SANS = {"Liberation Sans": ("Regular", "Bold"), "DejaVu Sans": ("Book", "Bold"), "Nimbus Sans": ("Regular", "Bold")}
+SANS = {"Liberation Sans": ("Regular", "Bold"), "DejaVu Sans": ("Book", "Bold"),
+        "Nimbus Sans": ("Regular", "Bold")}
 MONO = {"Liberation Mono": ("Regular", "Bold"), "DejaVu Sans Mono": ("Book", "Bold")}
 FACES = {**SERIF, **SANS, **MONO}
 
@@ -92,7 +93,7 @@ class Page:
         return lines + [line]
 
     def justified(self, text, font):
-        """Returns the words of a full line spread over the page's width; with much to spread, left as they are."""
+        """Returns the words of a line spread over the page's width; of a short line, as they are."""
         words = text.split()
         free = self.width() - sum(font.getlength(word) for word in words)
         gap = free / max(1, len(words) - 1)
@@ -133,7 +134,7 @@ class Page:
 
 
 def letter(page, heading_ink):
-    """A letter: heading, place and date, greeting, paragraphs; sometimes a list, and a sign-off when it fits."""
+    """A letter: heading, place and date, greeting, sometimes a list, paragraphs and a sign-off."""
     words = page.words
     page.heading(words.one_of(TITLES), 1.5, words.one_of(("left", "centre")), heading_ink)
     page.put_aligned(f"{words.one_of(TOWNS)}, {words.date()}", "left")
@@ -193,7 +194,9 @@ def table(page, heading_ink):
         total += count * cents
         rows.append((GOODS[item], str(count), money(cents), money(count * cents)))
     every_row = bool(words.rng.random() < 0.5)
-    set_table(page, [("Article", "Count", "Price", "Amount"), *rows, ("Total of all the articles above", "", "", money(total))], every_row)
+    head = ("Article", "Count", "Price", "Amount")
+    foot = ("Total of all the articles above", "", "", money(total))
+    set_table(page, [head, *rows, foot], every_row)
     page.skip(1.0)
     page.fill(justify=False)
 
@@ -201,12 +204,12 @@ def table(page, heading_ink):
 def set_table(page, rows, every_row):
     """Sets rows of cells, the first column left-aligned and the others right-aligned, with level rules.
 
-    No upright ones, which recognisers like to read as letters. With no rules at all they read such a table column
-    by column.
+    No upright rules: recognisers like to read them as letters. And never no rules at all: then they like to
+    read column by column.
     """
     pad = 1.0 * page.x_height
     # The last row's name reaches over the columns beside it, which also ties them together for a recogniser.
-    widths = [max(page.bold.getlength(row[column]) for row in rows[:-1]) + 2 * pad for column in range(len(rows[0]))]
+    widths = [max(page.bold.getlength(cell) for cell in column) + 2 * pad for column in zip(*rows[:-1])]
     reach = page.bold.getlength(rows[-1][0]) + page.bold.getlength(rows[-1][-1]) + 4 * pad
     widths[0] += max(0, reach - sum(widths))
     edges = [page.left]
@@ -284,4 +287,5 @@ def card(page, heading_ink):
     page.put_aligned("Open from Monday to Friday", "left")
 
 
-LAYOUTS = {"letter": letter, "article": article, "columns": two_columns, "table": table, "receipt": receipt, "card": card}
+LAYOUTS = {"letter": letter, "article": article, "columns": two_columns, "table": table, "receipt": receipt,
+           "card": card}
