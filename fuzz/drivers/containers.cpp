@@ -20,7 +20,13 @@ void strings(Reader& reader) {
     while (reader.left() > 0) {
         const int action = reader.range(0, 5), to = reader.range(0, 2), from = reader.range(0, 2);
         orvex_991::String other(held[from]);
-        if (action == 0) held[to] = orvex_991::String((expected[to] = any_text()).c_str());
+        if (action == 0) {
+            expected[to] = any_text();
+            const size_t n = expected[to].size() + 1;  // the block ends with the terminating zero
+            const std::unique_ptr<char[]> text(new char[n]);
+            std::copy_n(expected[to].c_str(), n, text.get());
+            held[to] = orvex_991::String(text.get());
+        }
         if (action == 1) held[to] = orvex_991::String::literal("literal"), expected[to] = "literal";
         if (action == 2) held[to] = held[from], expected[to] = expected[from];
         if (action == 3)
@@ -90,6 +96,8 @@ void partition(Reader& reader) {
         v.push_back(reader.byte() * 100 + k);  // the last two digits tell equal elements apart
         expected.push_back(v[k]);
     }
+    v = without_room(v);
+    expected.capacity = expected.size();
     const int high = v.size - 1 + beyond;
     auto got = of_library([&] { orvex_991::quick_partition(v, low, high, in_order); });
     auto want = of_reference([&] { reference::quick_partition(expected, low, high, in_order); });
