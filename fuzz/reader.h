@@ -73,6 +73,14 @@ class Reader {
     void fill(U8& m, size_t n);
 };
 
+/// The same elements without the room that growth left behind them: the block ends where the list does.
+template <class T>
+orvex_991::vector<T> without_room(const orvex_991::vector<T>& list) {
+    orvex_991::vector<T> exact;
+    exact.reserve(list.size);
+    return exact += list;
+}
+
 }  // namespace fuzzing
 
 #endif  // ORVEX_FUZZ_READER_H

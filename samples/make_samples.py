@@ -14,11 +14,13 @@ photograph unless a comment says otherwise; SCALE turns them into pixels of the 
 import gzip
 import math
 import os
-import subprocess
 import sys
 
 import numpy as np
-from PIL import Image, ImageDraw, ImageFilter, ImageFont
+from PIL import Image, ImageDraw, ImageFilter
+
+from drawing import (Seal, draw_wood, fold_light, load_font, mapped, plane_map, sample, sensor_noise,
+                     shadow_on, sheet_cover, smooth_noise, stamp, to_image)
 
 SEED = 20817
 SCALE = 2
@@ -52,7 +54,6 @@ SIGN_OFF = ("With kind regards,", "The bench team at Quillmoor")
 
 HEADING_FONT = ("C059", "Bold")
 BODY_FONT = ("Liberation Sans", "Regular")
-SEAL_FONT = ("Nimbus Sans", "Bold")
 HEADING_SIZE = 46
 BODY_SIZE = 30
 LEFT_MARGIN = 156
@@ -68,47 +69,14 @@ PAPER = (247, 244, 236)
 DESK = (74, 80, 90)              # not a reddish wood, which a search for red seals could not tell from ink
 
 SEAL_CENTRE = (1206, 910)       # on the sheet: lower right, beside the sign-off and below the body
-SEAL_RADIUS = 84
-SEAL_TURN = 11                  # degrees; nobody stamps quite upright
-SEAL_INK = (200, 30, 44)
-SEAL_TOP_TEXT = "QUILLMOOR TOYS"
-SEAL_BOTTOM_TEXT = "CHECKED TWICE"
+SEAL = Seal(radius=84, top_text="QUILLMOOR TOYS", bottom_text="CHECKED TWICE", turn=11)
 
 LIGHT_TONE = (1.03, 1.015, 0.98)  # a warm lamp
 LENS_BLUR = 0.75
+NOISE = 1.0
 JPEG_QUALITY = 88
 
 FRAME_SIZE = (1280, 720)
-
-
-def load_font(name, size):
-    """Returns a font of `size` drawing pixels; stops if fontconfig would quietly put another in its place."""
-    family, style = name
-    answer = subprocess.check_output(
-        ["fc-match", "-f", "%{family[0]}\n%{file}", f"{family}:style={style}"], text=True)
-    found, path = answer.split("\n")
-    if found != family:
-        sys.exit(f"font {family} is missing: install fonts-liberation2 and fonts-urw-base35")
-    # The basic layout engine is always built in, so the letters fall alike wherever this runs.
-    return ImageFont.truetype(path, size, layout_engine=ImageFont.Layout.BASIC)
-
-
-def smooth_noise(rng, size, cell):
-    """Returns noise of about 0..1 over `size`, its blobs `cell` large; both are (width, height)."""
-    (w, h), (cell_w, cell_h) = size, cell
-    coarse = rng.random((h // cell_h + 2, w // cell_w + 2), dtype=np.float32)
-    return np.asarray(Image.fromarray(coarse).resize((w, h), Image.BICUBIC))
-
-
-def to_image(array):
-    """Returns a float array of 0..255 as an 8-bit picture, rounded rather than cut."""
-    return Image.fromarray(np.clip(array + 0.5, 0, 255).astype(np.uint8))
-
-
-def blurred(array, radius):
-    """Returns a float array of 0..1 softened by a Gaussian; 8 bits are enough for shadows."""
-    soft = to_image(array * 255).filter(ImageFilter.GaussianBlur(radius))
-    return np.asarray(soft, np.float32) / 255
 
 
 def printed_lines():
@@ -133,67 +101,6 @@ def draw_print(rng):
     return np.asarray(layer, np.float32) / 255 * evenness
 
 
-def draw_letter(ink, letter, font, place, turn):
-    """Adds one letter to the picture `ink`, its middle at `place`, turned anticlockwise by `turn` degrees."""
-    side = 2 * font.size
-    tile = Image.new("L", (side, side), 0)
-    # Half a capital's height below the middle, for every letter: centred by their own boxes they would jump.
-    baseline = side / 2 + 0.36 * font.size
-    ImageDraw.Draw(tile).text((side / 2, baseline), letter, font=font, fill=255, anchor="ms")
-    tile = tile.rotate(turn, Image.BICUBIC)
-    ink.paste(255, (round(place[0] - side / 2), round(place[1] - side / 2)), tile)
-
-
-def draw_rim_text(ink, text, font, radius, upright_at_top):
-    """Sets `text` round the middle of `ink`, along the upper arc (read clockwise) or the lower one."""
-    middle = ink.width / 2
-    spacing = 0.15 * font.size
-    widths = [font.getlength(letter) + spacing for letter in text]
-    sense = 1 if upright_at_top else -1
-    travelled = -sum(widths) / 2
-    for letter, width in zip(text, widths):
-        angle = (travelled + width / 2) / radius        # from the arc's middle, in reading direction
-        travelled += width
-        place = (middle + radius * math.sin(angle), middle - sense * radius * math.cos(angle))
-        draw_letter(ink, letter, font, place, -sense * math.degrees(angle))
-
-
-def draw_seal(rng):
-    """Returns (ink, disc) of the seal, square arrays of 0..1: what the stamp prints, and all it covers."""
-    big = SCALE * 3                                     # drawn larger and reduced: turned letters stay smooth
-    r = SEAL_RADIUS * big
-    side = 2 * (SEAL_RADIUS + 6) * big
-    c = side / 2
-    ink = Image.new("L", (side, side), 0)
-    pen = ImageDraw.Draw(ink)
-    for radius, width in ((1.0, 0.09), (0.58, 0.05)):
-        pen.ellipse([c - r * radius, c - r * radius, c + r * radius, c + r * radius],
-                    outline=255, width=round(r * width))
-    points = []
-    for k in range(10):                                 # a five-pointed star
-        reach = r * (0.46 if k % 2 == 0 else 0.18)
-        points.append((c + reach * math.sin(k * math.pi / 5), c - reach * math.cos(k * math.pi / 5)))
-    pen.polygon(points, fill=255)
-    font = load_font(SEAL_FONT, round(r * 0.20))
-    draw_rim_text(ink, SEAL_TOP_TEXT, font, r * 0.775, True)
-    draw_rim_text(ink, SEAL_BOTTOM_TEXT, font, r * 0.775, False)
-    for turn in (-1, 1):                                # a dot either side parts the two texts
-        x, y, dot = c + turn * r * 0.775, c + r * 0.03, r * 0.035
-        pen.ellipse([x - dot, y - dot, x + dot, y + dot], fill=255)
-    disc = Image.new("L", (side, side), 0)
-    ImageDraw.Draw(disc).ellipse([c - r, c - r, c + r, c + r], fill=255)
-
-    size = (side // 3, side // 3)
-    ink = ink.rotate(SEAL_TURN, Image.BICUBIC).resize(size, Image.BOX)
-    disc = disc.resize(size, Image.BOX)
-    # Wear: fine specks where the paper took no ink, and larger weak places where the stamp lay lightly.
-    specks = smooth_noise(rng, size, (4, 4)) * 0.55 + smooth_noise(rng, size, (44, 44)) * 0.45
-    hold = np.clip((specks - 0.24) / 0.20, 0.12, 1)
-    lean = np.linspace(0.80, 1.0, size[0], dtype=np.float32)
-    strength = 0.92 * hold * lean[None, :]
-    return np.asarray(ink, np.float32) / 255 * strength, np.asarray(disc, np.float32) / 255
-
-
 def draw_page(rng):
     """Returns the flat sheet as (colours 0..255, seal's disc 0..1)."""
     size = (PAGE_SIZE[0] * SCALE, PAGE_SIZE[1] * SCALE)
@@ -201,47 +108,17 @@ def draw_page(rng):
              + smooth_noise(rng, size, (190, 190)) * 0.30)
     page = np.array(PAPER, np.float32) + ((fibre - 0.5) * 20)[..., None]
 
-    ink, disc = draw_seal(rng)
-    side = ink.shape[0]
-    x, y = (round(at * SCALE - side / 2) for at in SEAL_CENTRE)
-    view = page[y:y + side, x:x + side]                 # stamp ink is a stain: it multiplies what is below it
-    view *= 1 - ink[..., None] * (1 - np.array(SEAL_INK, np.float32) / 255)
-    seal = np.zeros(page.shape[:2], np.float32)
-    seal[y:y + side, x:x + side] = disc
-
+    seal = stamp(rng, page, SEAL, (SEAL_CENTRE[0] * SCALE, SEAL_CENTRE[1] * SCALE), SCALE)
     cover = draw_print(rng)[..., None]
     return page * (1 - cover) + np.array(PRINT_INK, np.float32) * cover, seal
-
-
-def draw_desk(rng):
-    """Returns the bare desk, at drawing size: boards stained slate blue, their grain running across."""
-    size = w, h = PHOTO_SIZE[0] * SCALE, PHOTO_SIZE[1] * SCALE
-    grain = np.zeros((h, w), np.float32)
-    for cell, weight in (((2600, 5), 16), ((1800, 14), 22), ((3000, 70), 26), ((90, 3), 9)):
-        grain += (smooth_noise(rng, size, cell) - 0.5) * weight
-    wander = (smooth_noise(rng, size, (900, 260)) - 0.5) * 110      # real grain is never ruled straight
-    rows = np.clip(np.arange(h)[:, None] + wander, 0, h - 1).astype(np.intp)
-    grain = np.take_along_axis(grain, rows, axis=0)
-    y = np.arange(h, dtype=np.float32)
-    for seam, tint in ((0.31, -9), (0.77, 13)):         # where a board ends, and how the next one differs
-        grain[y > seam * h] += tint
-        grain -= 46 * np.exp(-((y - seam * h) / 4.0) ** 2)[:, None]
-    return np.clip(np.array(DESK, np.float32) * (1 + grain / 90)[..., None], 8, 255)
 
 
 def page_coordinates():
     """Returns (u, v): which point of the flat sheet, in drawing pixels, each pixel of the scene shows."""
     w, h = PAGE_SIZE
-    equations, values = [], []
-    for (x, y), (u, v) in zip(PAGE_CORNERS, ((0, 0), (w, 0), (w, h), (0, h))):
-        equations.append([x, y, 1, 0, 0, 0, -u * x, -u * y])
-        equations.append([0, 0, 0, x, y, 1, -v * x, -v * y])
-        values += [u, v]
-    a, b, c, d, e, f, g, k = np.linalg.solve(np.array(equations, np.float64), np.array(values, np.float64))
     x = (np.arange(PHOTO_SIZE[0] * SCALE) + 0.5)[None, :] / SCALE
     y = (np.arange(PHOTO_SIZE[1] * SCALE) + 0.5)[:, None] / SCALE
-    bottom = g * x + k * y + 1
-    u, v = (a * x + b * y + c) / bottom, (d * x + e * y + f) / bottom
+    u, v = mapped(plane_map(PAGE_CORNERS, ((0, 0), (w, 0), (w, h), (0, h))), x, y)
     v = v + BEND * np.sin(bend_angle(u / w))            # paper that has been rolled or folded never lies flat
     return u * SCALE, v * SCALE
 
@@ -255,31 +132,7 @@ def sheet_light(u):
     """Returns how the sheet's own shape brightens or dims it: a slope facing the lamp catches more light."""
     across = u / (PAGE_SIZE[0] * SCALE)
     bow = 0.035 * np.cos(bend_angle(across))
-    # A pressed-out fold still tips the paper a little on either side, and its ridge is a fine darker line.
-    tip = -0.022 * np.tanh((across - FOLD) / 0.004) * np.exp(-np.abs(across - FOLD) / 0.09)
-    ridge = -0.05 * np.exp(-((across - FOLD) / 0.0010) ** 2)
-    return (1 + bow + tip + ridge).astype(np.float32)
-
-
-def sheet_cover(u, v):
-    """Returns how much (0..1) of each pixel the sheet covers: in part at its edges, to keep them smooth."""
-    w, h = PAGE_SIZE[0] * SCALE, PAGE_SIZE[1] * SCALE
-    inward = np.minimum(np.minimum(u, w - u), np.minimum(v, h - v))
-    return np.clip(inward + 0.5, 0, 1).astype(np.float32)
-
-
-def sample(array, u, v):
-    """Returns `array` (one or three channels) read at (u, v) with linear interpolation; its rim goes on."""
-    h, w = array.shape[:2]
-    u, v = u - 0.5, v - 0.5                             # a pixel's value belongs to its middle
-    left = np.clip(np.floor(u).astype(np.intp), 0, w - 2)
-    top = np.clip(np.floor(v).astype(np.intp), 0, h - 2)
-    fx, fy = np.clip(u - left, 0, 1).astype(np.float32), np.clip(v - top, 0, 1).astype(np.float32)
-    if array.ndim == 3:
-        fx, fy = fx[..., None], fy[..., None]
-    upper = array[top, left] * (1 - fx) + array[top, left + 1] * fx
-    lower = array[top + 1, left] * (1 - fx) + array[top + 1, left + 1] * fx
-    return upper * (1 - fy) + lower * fy
+    return (1 + bow + fold_light(across, FOLD)).astype(np.float32)
 
 
 def reduced(array):
@@ -293,12 +146,9 @@ def lay_page_on_desk(rng):
     page, seal = draw_page(rng)
     u, v = page_coordinates()
     sheet = sample(page, u, v) * sheet_light(u)[..., None]
-    cover = sheet_cover(u, v)
-    # The lamp stands to the upper left: a narrow dark shadow touches the sheet, a wide faint one goes on.
-    desk = draw_desk(rng)
-    for shift, radius, depth in ((4, 5, 0.45), (16, 26, 0.40)):
-        fallen = np.roll(cover, (shift * SCALE, shift * SCALE), axis=(0, 1))
-        desk *= 1 - depth * blurred(fallen, radius * SCALE)[..., None]
+    cover = sheet_cover(u, v, (PAGE_SIZE[0] * SCALE, PAGE_SIZE[1] * SCALE))
+    desk = draw_wood(rng, (PHOTO_SIZE[0] * SCALE, PHOTO_SIZE[1] * SCALE), DESK, SCALE)
+    shadow_on(desk, cover, SCALE)
     cover = cover[..., None]
     return reduced(desk * (1 - cover) + sheet * cover), reduced(sample(seal, u, v))[..., 0]
 
@@ -320,21 +170,12 @@ def room_light():
     return falloff * shadow * corners
 
 
-def sensor_noise(rng, picture):
-    """Returns `picture` with a small sensor's noise: more in bright places, its colour part in soft blots."""
-    h, w = picture.shape[:2]
-    sigma = 1.0 + 0.9 * np.sqrt(np.clip(picture.mean(axis=2), 0, 255) / 255)
-    grain = rng.standard_normal((h, w), dtype=np.float32) * sigma
-    blots = np.stack([smooth_noise(rng, (w, h), (3, 3)) - 0.5 for _ in range(3)], axis=-1) * 5
-    return picture + grain[..., None] + blots
-
-
 def take_photograph(rng):
     """Returns (photograph as an 8-bit picture, seal mask as an 8-bit picture of 0 and 255)."""
     scene, disc = lay_page_on_desk(rng)
     lit = scene * room_light()[..., None] * np.array(LIGHT_TONE, np.float32)
     soft = np.asarray(to_image(lit).filter(ImageFilter.GaussianBlur(LENS_BLUR)), np.float32)
-    photo = to_image(sensor_noise(rng, soft))
+    photo = to_image(sensor_noise(rng, soft, NOISE))
     return photo, Image.fromarray(np.where(disc >= 0.5, 255, 0).astype(np.uint8))
 
 

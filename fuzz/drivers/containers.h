@@ -2,8 +2,6 @@
 #ifndef ORVEX_FUZZ_CONTAINERS_H
 #define ORVEX_FUZZ_CONTAINERS_H
 
-#include <memory>
-
 #include "reader.h"
 
 namespace fuzzing {
@@ -13,6 +11,9 @@ void vectors(Reader& reader, bool nested);
 
 /// Actions on matrices of bytes (0), floats (1) or ints (2).
 void matrices(Reader& reader, int element);
+
+void strings(Reader& reader);
+void forest(Reader& reader);
 
 }  // namespace fuzzing
 

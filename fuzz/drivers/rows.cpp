@@ -32,6 +32,8 @@ void run(Reader& reader) {
         rects.push_back(rect);
         expected_rects.push_back({rect.x, rect.y, rect.width, rect.height});
     }
+    rects = without_room(rects);
+    expected_rects.capacity = expected_rects.size();
     orvex_991::vector<orvex_991::vector<Rect>> groups(reader.range(0, 3));
     List<List<reference::Rect>> expected;
     expected.resize(groups.size);

@@ -1,7 +1,8 @@
-// Hulls, rectangles of least area, angles.
+// Hulls and rectangles of least area; angles have a file of their own.
 #include "shapes.h"
 
 #include "driver.h"
+#include "shape_angles.h"
 
 namespace fuzzing {
 namespace {
@@ -29,6 +30,7 @@ List<reference::Point> any_points(Reader& reader, int most) {
 
 vector<Point> to_library(const List<reference::Point>& points) {
     vector<Point> list;
+    list.reserve(points.size());
     for (const reference::Point& point : points.items) list.push_back(Point(point.x, point.y));
     return list;
 }
@@ -80,35 +82,6 @@ void rectangle(Reader& reader, bool of_mask) {
     require_same(
         with_rect(got, rect, rect.pts.size), with_rect(want, expected, rect.pts.size),
         "minAreaRect of " + (of_mask ? testing_support::shape_of(mask) : call("points", points.size())));
-}
-
-void angles(Reader& reader) {
-    RotatedRect rect;
-    List<reference::Point32f> points;
-    for (int k = reader.seldom() ? reader.range(0, 6) : 4; k > 0; --k) {
-        const float x = reader.number();
-        points.push_back({x, reader.number()});
-        rect.pts.push_back(Point32f(x, points.items.back().y));
-    }
-    float angle = -1, expected = -1;
-    auto got = of_library([&] { angle = CImgproc::getRotatedRectAngle(rect); });
-    auto want = of_reference([&] { expected = reference::getRotatedRectAngle(points); });
-    require_same(got.with("angle", canonical(angle)), want.with("angle", canonical(expected)),
-                 "getRotatedRectAngle");
-    if (points.size() < 2) return;
-    got.with("degrees", canonical(CImgproc::calcLineDegree(rect.pts[0], rect.pts[1])));
-    want.with("degrees", canonical(reference::calcLineDegree(points[0], points[1])));
-    require_same(got, want, call("calcLineDegree", points[0].x, points[0].y, points[1].x, points[1].y));
-}
-
-void three_points(Reader& reader) {
-    const Point a = reader.point(), b = reader.point(), c = reader.point();
-    if (orvex_cv_991::cross(a, b, c) != reference::cross({a.x, a.y}, {b.x, b.y}, {c.x, c.y}))
-        fail(call("cross differs", a.x, a.y, b.x, b.y, c.x, c.y));
-    const bool right = a.x < b.x || (a.x == b.x && a.y < b.y), left = a.x > b.x || (a.x == b.x && a.y > b.y);
-    if (orvex_cv_991::pointCmp(a, b) != right || orvex_cv_991::PosComp(a, b) != right ||
-        orvex_cv_991::pointCmp2(a, b) != left)
-        fail(call("order of points differs", a.x, a.y, b.x, b.y));
 }
 
 void run(Reader& reader) {

@@ -164,7 +164,7 @@ TEST(page_command, a_turn_is_clockwise_and_reported_and_pictures_are_turned) {
     const TemporaryFolder folder;
     const std::string path = write_lying(folder, 0, 1);
     const Outcome outcome = docprep_with({path, "-o", folder.path("out"), "--turn", "90"});
-    EXPECT_EQ(json({{"degrees", 90}, {"width", kPaperCols}, {"height", kPaperRows}}),
+    EXPECT_EQ(json({{"degrees", 90}, {"how", "given"}, {"width", kPaperCols}, {"height", kPaperRows}}),
               result_of(folder)["turn"]);
     EXPECT_NE(std::string::npos, outcome.out.find("\nturned        90 degrees clockwise, 420 x 360\n"))
         << outcome.out;
@@ -229,10 +229,11 @@ TEST(page_command, a_blank_page_is_not_sharp_enough_for_any_limit) {
 
 // ---- Binarisation ----
 
-TEST(page_command, the_page_is_black_on_white_and_the_binary_picture_white_on_black) {
+TEST(page_command, a_binary_page_is_black_on_white_and_the_binary_picture_white_on_black) {
     for (const char* method : {"otsu", "adaptive"}) {
         const TemporaryFolder folder;
-        docprep_with({write_page(folder, "page.jpg"), "-o", folder.path("out"), "--binarize", method});
+        docprep_with({write_page(folder, "page.jpg"), "-o", folder.path("out"), "--page", "binary",
+                      "--binarize", method});
         const Image page = picture_of(folder, "page.png");
         Image inverse = picture_of(folder, "binary.png");
         ~inverse;
@@ -261,7 +262,7 @@ TEST(page_command, print_in_a_shadow_is_found_by_default) {
     const std::string path = write_gray(folder, kPageRows, kPageCols, shaded);
     docprep_with({path, "-o", folder.path("out")});
     EXPECT_EQ(52, result_of(folder)["components"]["text"]);
-    docprep_with({path, "-o", folder.path("out"), "--binarize", "otsu"});
+    docprep_with({path, "-o", folder.path("out"), "--page", "binary", "--binarize", "otsu"});
     EXPECT_LT(result_of(folder)["components"]["text"], 52);
 }
 
@@ -276,7 +277,7 @@ TEST(page_command, without_deskew_the_page_is_as_large_and_as_askew_as_the_photo
     EXPECT_EQ(0, result["deskew"]["degrees"]);
     EXPECT_EQ(json({1, 0, 0, 0, 1, 0}), result["deskew"]["matrix"]);
     EXPECT_EQ(kPaperCols, picture_of(folder, "page.png").cols);
-    EXPECT_LT(result["rows"].size(), 4u);
+    EXPECT_EQ(4u, result["rows"].size()) << "rows follow their letters";
     EXPECT_NE(std::string::npos, outcome.out.find("\npage          not turned\n")) << outcome.out;
 }
 
@@ -309,14 +310,85 @@ TEST(page_command, what_the_border_cuts_stays_out_of_the_rows_of_a_deskewed_page
     EXPECT_EQ(4u, result["rows"].size());
 }
 
+// ---- Kinds of page ----
+
+TEST(page_command, a_soft_page_has_dark_print_on_white_whatever_the_light) {
+    const TemporaryFolder folder;
+    const auto shaded = [](int row, int col, int) {
+        const int level = page_of_squares(row, col) < 100 ? 110 : 220;
+        return level * (kPageCols + 200 - col) / (kPageCols + 200);
+    };
+    docprep_with({write_gray(folder, kPageRows, kPageCols, shaded), "-o", folder.path("out")});
+    const Image page = picture_of(folder, "page.png");
+    ASSERT_EQ(kPageRows, page.rows);
+    int wrong = 0;
+    for (int row = 0; row < kPageRows; ++row)
+        for (int col = 0; col < kPageCols; ++col)
+            wrong += (page.data[row * kPageCols + col] < 128) != (page_of_squares(row, col) < 100);
+    EXPECT_EQ(0, wrong);
+    EXPECT_EQ("soft", result_of(folder)["page"]["kind"]);
+}
+
+TEST(page_command, a_gray_page_is_the_photograph_where_there_is_paper) {
+    const TemporaryFolder folder;
+    const std::string path = write_gray(folder, kPaperRows, kPaperCols,
+                                        [](int row, int col, int) { return skewed_page(row, col, 0); });
+    docprep_with({path, "-o", folder.path("out"), "--page", "gray", "--no-deskew"});
+    expect_same_pixels(docprep::read_photo(path).pixels, picture_of(folder, "page.png"));
+    EXPECT_EQ("gray", result_of(folder)["page"]["kind"]);
+}
+
+/// The page of squares as a bright sheet in the middle of a dark desk.
+constexpr int kDesk = 60;
+int page_on_desk(int row, int col) {
+    const int page_row = row - kDesk, page_col = col - kDesk;
+    const bool on_page = page_row >= 0 && page_col >= 0 && page_row < kPageRows && page_col < kPageCols;
+    return on_page ? page_of_squares(page_row, page_col) : 60;
+}
+
+TEST(page_command, what_is_not_paper_is_white_and_a_crop_leaves_it_out) {
+    const TemporaryFolder folder;
+    const std::string path = write_gray(folder, kPageRows + 2 * kDesk, kPageCols + 2 * kDesk,
+                                        [](int row, int col, int) { return page_on_desk(row, col); });
+    docprep_with({path, "-o", folder.path("out")});
+    const Image page = picture_of(folder, "page.png");
+    EXPECT_EQ(255, page.data[5 * page.cols + 5]);
+    EXPECT_EQ(255, page.data[(page.rows - 6) * page.cols + page.cols - 6]);
+    const json outline = result_of(folder)["paper"]["outline"];
+    ASSERT_GE(outline.size(), 4u);
+    for (const json& corner : outline) {
+        EXPECT_NEAR(kPageCols / 2.0, std::fabs(corner[0].get<double>() - kDesk - kPageCols / 2.0), 15);
+        EXPECT_NEAR(kPageRows / 2.0, std::fabs(corner[1].get<double>() - kDesk - kPageRows / 2.0), 15);
+    }
+
+    docprep_with({path, "-o", folder.path("out"), "--crop"});
+    EXPECT_NEAR(kPageCols, picture_of(folder, "page.png").cols, 25);
+    EXPECT_NEAR(kPageRows, picture_of(folder, "page.png").rows, 25);
+    EXPECT_EQ(4u, result_of(folder)["rows"].size());
+}
+
+TEST(page_command, the_page_states_its_resolution) {
+    const TemporaryFolder folder;
+    docprep_with({write_page(folder, "page.jpg"), "-o", folder.path("out")});
+    const std::string png = text_of(folder.path("out/page.png"));
+    const size_t chunk = png.find("pHYs");
+    ASSERT_NE(std::string::npos, chunk);
+    int per_metre = 0;
+    for (size_t k = 4; k < 8; ++k) per_metre = per_metre * 256 + static_cast<unsigned char>(png[chunk + k]);
+    EXPECT_NEAR(result_of(folder)["page"]["dots_per_inch"].get<double>(), per_metre * 0.0254, 0.5);
+    EXPECT_EQ(std::string::npos, text_of(folder.path("out/rows.png")).find("pHYs"));
+}
+
 // ---- Usage ----
 
 TEST(page_command, wrong_values_are_refused_with_one_line) {
     expect_wrong_usage({"p.jpg", "-o", "out", "--turn", "45"},
-                       "--turn: '45' is not one of 0, 90, 180, 270 (");
+                       "--turn: '45' is not one of auto, 0, 90, 180, 270 (");
     expect_wrong_usage({"p.jpg", "-o", "out", "--turn"});
     expect_wrong_usage({"p.jpg", "-o", "out", "--binarize", "sauvola"},
                        "--binarize: 'sauvola' is not one of otsu, adaptive (");
+    expect_wrong_usage({"p.jpg", "-o", "out", "--page", "colour"},
+                       "--page: 'colour' is not one of soft, binary, gray (");
     for (const char* value : {"", "sharp", "0", "-3", "nan", "inf"})
         expect_wrong_usage({"p.jpg", "-o", "out", "--min-sharpness", value});
     expect_wrong_usage({"p.jpg", "-o", "out", "--no-deskew=maybe"});

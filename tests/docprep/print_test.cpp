@@ -18,7 +18,7 @@ TEST(print, components_are_counted_and_text_is_picked_among_them) {
     fill(0, 0, 5, 100);   // the border's
     fill(100, 80, 2, 2);  // a speck
     const Print print = docprep::find_print("page.png", binary);
-    EXPECT_EQ(10, print.found);
+    EXPECT_EQ(10, print.components.size());
     EXPECT_EQ(8, print.text.kept.size());
     EXPECT_EQ(12, print.text.text_height);
     EXPECT_EQ(1, print.text.border);

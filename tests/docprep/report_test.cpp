@@ -28,22 +28,30 @@ Report sample() {
     report.source.orientation = 6;
     report.source.cols = 30;
     report.source.rows = 40;
-    report.turn = {90, 40, 30};
+    docprep::TurnEvidence evidence;
+    evidence.level = {30, 10};
+    evidence.sideways = {60, 20};
+    evidence.degrees = 90;
+    evidence.sure = true;
+    report.turn = {90, docprep::Turn::How::kAuto, evidence, 40, 30};
     report.sharpness = Sharpness{142.375f, true};
     report.binarisation.emplace().threshold = 128;
-    report.deskew = docprep::Deskew{-1.5, {1, 2, 3, 4, 5, 6.5f}, 42, 33};
+    report.deskew = docprep::Deskew{-1.5, {1, 2, 3, 4, 5, 6.5f}, docprep::Bend(), 42, 33};
+    for (const Point& corner : {Point(0, 0), Point(29, 3), Point(5, 39)})
+        (report.paper ? *report.paper : report.paper.emplace()).push_back(corner);
+    report.page = docprep::PageReport{docprep::PageKind::kSoft, {40, 160}, 150};
     Print& print = report.print.emplace();
-    print.found = 7;
+    for (int k = 0; k < 7; ++k) print.components.push_back(Rect(k, 2, 3, 4));
     print.text.kept.push_back(Rect(1, 2, 3, 4));
     print.text.kept.push_back(Rect(10, 3, 5, 6));
     print.text.text_height = 5;
     print.text.border = 1;
     print.text.tall = 2;
     print.text.specks = 2;
-    print.text.red = 3;
     TextRow& row = report.text_rows.emplace().emplace_back();
     row.components = print.text.kept;
     row.rect = Rect(1, 2, 14, 7);
+    row.baseline = {{1, 7.25}, {14, 7.504}};
     for (const Point& corner : {Point(1, 2), Point(14, 3), Point(14, 8)}) row.hull.push_back(corner);
     for (const float x : {1.0f, 2.5f, 3.125f, 4.0f}) row.min_area.pts.push_back(Point32f(x, 9));
     row.min_area.width = 13;
@@ -51,9 +59,14 @@ Report sample() {
     row.on_photo.corners = {Point(1, 1), Point(2, 2), Point(3, 3), Point(4, 4)};
     row.on_photo.rect = Rect(21, 22, 23, 24);
     Seals& seals = report.seals.emplace();
-    seals.rects.push_back(Rect(20, 30, 9, 8));
-    seals.rects.push_back(Rect(3, 4, 5, 6));
+    for (const Rect& rect : {Rect(20, 30, 9, 8), Rect(3, 4, 5, 6)}) {
+        docprep::Seal& seal = seals.seals.emplace_back();
+        seal.rect = rect;
+        seal.outline.push_back(rect.left_top());
+    }
     seals.pixels = 77;
+    seals.marks.push_back(Rect(22, 31, 4, 3));
+    seals.mark_pixels = 12;
     report.steps.run("gray", [] {});
     return report;
 }
@@ -76,19 +89,35 @@ TEST(report, json_holds_everything) {
               result["input"]);
     EXPECT_EQ(30, result["width"]);
     EXPECT_EQ(40, result["height"]);
-    EXPECT_EQ(json({{"degrees", 90}, {"width", 40}, {"height", 30}}), result["turn"]);
+    EXPECT_EQ(json({{"degrees", 90},
+                    {"how", "auto"},
+                    {"sure", true},
+                    {"confidence", 0.67},  // 80 of 120 pairs, of which 60 of 80 at their feet
+                    {"level", {{"feet", 30}, {"heads", 10}}},
+                    {"sideways", {{"feet", 60}, {"heads", 20}}},
+                    {"width", 40},
+                    {"height", 30}}),
+              result["turn"]);
     EXPECT_EQ(json({{"value", 142.38}, {"verdict", "sharp"}, {"sharp_from", 110}}), result["sharpness"]);
     EXPECT_EQ(json({{"method", "otsu"}, {"threshold", 128}}), result["binarise"]);
-    EXPECT_EQ(json({{"degrees", -1.5}, {"matrix", {1, 2, 3, 4, 5, 6.5}}, {"width", 42}, {"height", 33}}),
+    EXPECT_EQ(json({{"degrees", -1.5},
+                    {"matrix", {1, 2, 3, 4, 5, 6.5}},
+                    {"straightened", false},
+                    {"width", 42},
+                    {"height", 33}}),
               result["deskew"]);
+    EXPECT_EQ(json({{"outline", {{0, 0}, {29, 3}, {5, 39}}}}), result["paper"]);
+    EXPECT_EQ(json({{"kind", "soft"}, {"dots_per_inch", 150}, {"ink", 40}, {"paper_from", 160}}),
+              result["page"]);
     EXPECT_EQ(json({{"found", 7},
                     {"text", 2},
                     {"text_height", 5},
-                    {"dropped", {{"border", 1}, {"tall", 2}, {"wide", 0}, {"speck", 2}, {"red", 3}}}}),
+                    {"dropped", {{"border", 1}, {"tall", 2}, {"wide", 0}, {"speck", 2}}}}),
               result["components"]);
     ASSERT_EQ(1u, result["rows"].size());
     const json& row = result["rows"][0];
     EXPECT_EQ(json({{"x", 1}, {"y", 2}, {"width", 14}, {"height", 7}}), row["rect"]);
+    EXPECT_EQ(json({{1, 7.25}, {14, 7.5}}), row["baseline"]);
     EXPECT_EQ(json({{1, 2}, {14, 3}, {14, 8}}), row["hull"]);
     EXPECT_EQ(json({{"corners", {{1, 9}, {2.5, 9}, {3.13, 9}, {4, 9}}}, {"width", 13}, {"height", 6}}),
               row["min_area_rect"]);
@@ -98,13 +127,17 @@ TEST(report, json_holds_everything) {
     EXPECT_EQ(77, result["seal"]["pixels"]);
     ASSERT_EQ(2u, result["seal"]["rects"].size());
     EXPECT_EQ(json({{"x", 20}, {"y", 30}, {"width", 9}, {"height", 8}}), result["seal"]["rects"][0]);
+    EXPECT_EQ(json({{{20, 30}}, {{3, 4}}}), result["seal"]["outlines"]);
+    EXPECT_EQ(12, result["seal"]["marks"]["pixels"]);
+    EXPECT_EQ(json({{"x", 22}, {"y", 31}, {"width", 4}, {"height", 3}}), result["seal"]["marks"]["rects"][0]);
     EXPECT_TRUE(result["milliseconds"]["gray"].is_number());
-    EXPECT_EQ(12u, result.size());
+    EXPECT_EQ(14u, result.size());
 }
 
 TEST(report, json_holds_no_member_of_a_stage_that_did_not_run) {
     const json result = parsed(Report());
-    for (const char* name : {"sharpness", "binarise", "deskew", "components", "rows", "seal"})
+    for (const char* name :
+         {"sharpness", "binarise", "deskew", "page", "paper", "components", "rows", "seal"})
         EXPECT_FALSE(result.contains(name)) << name;
     EXPECT_EQ(6u, result.size());
 }
@@ -153,14 +186,14 @@ TEST(report, the_summary_is_aligned) {
     EXPECT_EQ(
         "input         photos/page.jpg (JPEG, 40 x 30, orientation 6)\n"
         "size          30 x 40\n"
-        "turned        90 degrees clockwise, 40 x 30\n"
+        "turned        90 degrees clockwise, 40 x 30, confidence 0.67\n"
         "sharpness     142, sharp\n"
         "binarised     Otsu's threshold 128\n"
         "page          turned 1.50 degrees clockwise, 42 x 33\n"
         "components           7\n"
         "of them text         2\n"
         "rows                 1\n"
-        "seal marks           2\n"
+        "seals                2\n"
         "seal pixels         77\n"
         "ms                 0.0  in all\n"
         "written       out/a.png\n"
@@ -204,6 +237,7 @@ TEST(report, the_summary_tells_how_print_was_found_and_the_page_made) {
         "ms                 0.0  in all\n",
         docprep::summary(report, {}).text());
     report.deskew->degrees = 0.5;
+    report.deskew->matrix[1] = 0.01f;
     EXPECT_NE(std::string::npos,
               docprep::summary(report, {}).text().find("turned 0.50 degrees anticlockwise"));
     EXPECT_EQ(json({{"method", "adaptive"}, {"block", 81}, {"contrast", 35.25}}), parsed(report)["binarise"]);

@@ -12,23 +12,29 @@ constexpr long kNever = std::numeric_limits<long>::max();
 constexpr std::size_t kAnySize = std::numeric_limits<std::size_t>::max();
 
 long allowed = kNever;  // allocations that still succeed
+long asked = 0;
 std::size_t most_bytes = kAnySize;
 bool failed = false;
 long in_use = 0;
 
-void* take(std::size_t bytes) {
+void* take(std::size_t bytes, std::size_t alignment = 0) {
+    ++asked;
     if (allowed <= 0 || bytes > most_bytes) {
         failed = true;
         return nullptr;
     }
     if (allowed != kNever) --allowed;
-    void* const block = std::malloc(bytes == 0 ? 1 : bytes);
+    if (bytes == 0) bytes = 1;
+    // Its sizes are whole multiples of the alignment.
+    void* const block = alignment == 0
+                            ? std::malloc(bytes)
+                            : std::aligned_alloc(alignment, (bytes + alignment - 1) / alignment * alignment);
     if (block) ++in_use;
     return block;
 }
 
-void* take_or_throw(std::size_t bytes) {
-    void* const block = take(bytes);
+void* take_or_throw(std::size_t bytes, std::size_t alignment = 0) {
+    void* const block = take(bytes, alignment);
     if (!block) throw std::bad_alloc();
     return block;
 }
@@ -44,6 +50,7 @@ FailingAllocations::FailingAllocations(long k, std::size_t most) {
     allowed = k == kNever ? kNever : k - 1;
     most_bytes = most;
     failed = false;
+    asked = 0;
 }
 
 FailingAllocations::~FailingAllocations() {
@@ -53,6 +60,10 @@ FailingAllocations::~FailingAllocations() {
 
 bool FailingAllocations::any_failed() {
     return failed;
+}
+
+long FailingAllocations::count() {
+    return asked;
 }
 
 long blocks_in_use() {
@@ -83,5 +94,31 @@ void operator delete(void* block, std::size_t) noexcept {
     testing_support::give_back(block);
 }
 void operator delete[](void* block, std::size_t) noexcept {
+    testing_support::give_back(block);
+}
+
+// The same for types that are aligned more than malloc's blocks are.
+void* operator new(std::size_t bytes, std::align_val_t alignment) {
+    return testing_support::take_or_throw(bytes, static_cast<std::size_t>(alignment));
+}
+void* operator new[](std::size_t bytes, std::align_val_t alignment) {
+    return testing_support::take_or_throw(bytes, static_cast<std::size_t>(alignment));
+}
+void* operator new(std::size_t bytes, std::align_val_t alignment, const std::nothrow_t&) noexcept {
+    return testing_support::take(bytes, static_cast<std::size_t>(alignment));
+}
+void* operator new[](std::size_t bytes, std::align_val_t alignment, const std::nothrow_t&) noexcept {
+    return testing_support::take(bytes, static_cast<std::size_t>(alignment));
+}
+void operator delete(void* block, std::align_val_t) noexcept {
+    testing_support::give_back(block);
+}
+void operator delete[](void* block, std::align_val_t) noexcept {
+    testing_support::give_back(block);
+}
+void operator delete(void* block, std::size_t, std::align_val_t) noexcept {
+    testing_support::give_back(block);
+}
+void operator delete[](void* block, std::size_t, std::align_val_t) noexcept {
     testing_support::give_back(block);
 }

@@ -12,6 +12,7 @@ namespace testing_support {
 /// more than `most` bytes.
 class FailingAllocations {
  public:
+    /// @param k LONG_MAX: none fails for its place
     explicit FailingAllocations(long k, std::size_t most = SIZE_MAX);
     ~FailingAllocations();
     FailingAllocations(const FailingAllocations&) = delete;
@@ -19,6 +20,8 @@ class FailingAllocations {
 
     /// Whether an allocation has failed since it began.
     static bool any_failed();
+    /// Allocations since it began, the failed ones included.
+    static long count();
 };
 
 /// Blocks that are allocated and not yet released.

@@ -22,8 +22,9 @@ class Failure : public std::runtime_error {
 /// The system's words for an errno value.
 std::string system_reason(int error_number);
 
-/// `text` with every control character replaced by '?': file names may hold line feeds, and what reports
-/// them promises one line.
+/// A control character as '?': file names may hold line feeds, and what reports them promises one line.
+char in_one_line(char c);
+/// The text with every character so.
 std::string one_line(std::string text);
 
 }  // namespace docprep

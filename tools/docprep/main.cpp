@@ -22,16 +22,20 @@ namespace {
 constexpr int kFailed = 2;
 constexpr int kWrongUsage = 64;
 
-void complain(const std::string& text) {
-    std::fprintf(stderr, "docprep: %s\n", docprep::one_line(text).c_str());
+/// Prints the one line. Memory may have run out, so nothing is allocated.
+void complain(const char* about, const char* reason) {
+    char line[2 * 4096];  // a path is no longer than half of that
+    std::snprintf(line, sizeof line, "%s%s%s", about, *about ? ": " : "", reason);
+    for (char* c = line; *c; ++c) *c = docprep::in_one_line(*c);
+    std::fprintf(stderr, "docprep: %s\n", line);
 }
 
-int failed(const std::string& file, const std::string& reason) {
-    complain(file + ": " + reason);
+int failed(const std::string& file, const char* reason) {
+    complain(file.c_str(), reason);
     return kFailed;
 }
 
-std::string reason_of(const orvex_991::CException& exception) {
+int failed(const std::string& file, const orvex_991::CException& exception) {
     const auto meaning = [&] {
         if (!exception.message.empty()) return exception.message.c_str();
         switch (exception.code) {
@@ -45,7 +49,9 @@ std::string reason_of(const orvex_991::CException& exception) {
                 return "an index is out of range";
         }
     };
-    return "library error " + std::to_string(exception.code) + " (" + meaning() + ")";
+    char reason[200];
+    std::snprintf(reason, sizeof reason, "library error %d (%s)", exception.code, meaning());
+    return failed(file, reason);
 }
 
 /// Files must not take the numbers of standard streams that the caller has closed.
@@ -68,7 +74,7 @@ int run(const char* name, const char* description, int argc, char** argv) {
             app.parse(argc, argv);
         } catch (const CLI::ParseError& error) {
             if (error.get_exit_code() == 0) return app.exit(error);  // --help, --version
-            complain(std::string(error.what()) + " (" + name + " --help shows the usage)");
+            complain("", (std::string(error.what()) + " (" + name + " --help shows the usage)").c_str());
             return kWrongUsage;
         }
         execute(options);
@@ -76,7 +82,7 @@ int run(const char* name, const char* description, int argc, char** argv) {
     } catch (const docprep::Failure& failure) {
         return failed(failure.file(), failure.what());
     } catch (const orvex_991::CException& exception) {
-        return failed(input, reason_of(exception));
+        return failed(input, exception);
     } catch (const std::bad_alloc&) {
         return failed(input, "out of memory");
     } catch (const std::exception& exception) {

@@ -119,8 +119,9 @@ std::vector<std::string> OutputFiles::paths() const {
 void OutputFiles::publish(const std::string& input) const {
     NewFolders folders;
     if (!folder_.empty()) folders.make(folder_);
+    std::vector<fs::path> targets;  // made first: once a file has its name, nothing may run out of memory
     for (const File& file : files_) {
-        const fs::path target = folder_ / file.name;
+        const fs::path& target = targets.emplace_back(folder_ / file.name);
         std::error_code ignored;
         if (fs::is_directory(target, ignored)) throw Failure(target.string(), "is a folder");
         if (fs::equivalent(target, input, ignored))
@@ -128,14 +129,14 @@ void OutputFiles::publish(const std::string& input) const {
                                                (file.content ? "replaced" : "removed"));
     }
     std::list<TemporaryFile> temporaries;  // which never moves them
-    for (const File& file : files_)
-        if (file.content) temporaries.emplace_back(folder_ / file.name, *file.content);
+    for (size_t k = 0; k < files_.size(); ++k)
+        if (files_[k].content) temporaries.emplace_back(targets[k], *files_[k].content);
     auto temporary = temporaries.begin();
-    for (const File& file : files_) {
-        if (file.content)
+    for (size_t k = 0; k < files_.size(); ++k) {
+        if (files_[k].content)
             (temporary++)->rename();
         else
-            remove_if_there(folder_ / file.name);
+            remove_if_there(targets[k]);
     }
     folders.keep();
 }

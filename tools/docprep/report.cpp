@@ -1,8 +1,10 @@
 #include "report.h"
 
+#include <array>
 #include <cmath>
 #include <cstdio>
-#include <nlohmann/json.hpp>
+
+#include "json.h"
 
 namespace docprep {
 
@@ -10,7 +12,6 @@ using orvex_cv_991::Point;
 using orvex_cv_991::Point32f;
 using orvex_cv_991::Rect;
 using orvex_cv_991::RotatedRect;
-using Json = nlohmann::ordered_json;
 
 namespace {
 
@@ -23,9 +24,7 @@ class Members {
         return text_ += name + "\": ";
     }
     /// A member with its value on one line.
-    void add(const std::string& name, const Json& value) {
-        add(name) += value.dump(-1, ' ', false, Json::error_handler_t::replace);
-    }
+    void add(const std::string& name, const Json& value) { add(name) += value.dump(); }
     const std::string& close() { return text_ += "\n}\n"; }
 
  private:
@@ -37,8 +36,7 @@ void append(std::string& text, const Rect& rect) {
             ",\"width\":" + std::to_string(rect.width) + ",\"height\":" + std::to_string(rect.height) + "}";
 }
 
-/// A list with one line a rectangle. Not through Json, whose objects take 400 bytes a rectangle:
-/// noise can have millions.
+/// A list with one line a rectangle: noise can have millions.
 void append(std::string& text, const Rects& rects, const char* line_start) {
     text += "[";
     for (int k = 0; k < rects.size; ++k) {
@@ -58,11 +56,11 @@ Json as_json(const Rect& rect) {
 }
 
 Json as_json(const Point& point) {
-    return {point.x, point.y};
+    return Json::array(std::array{point.x, point.y});
 }
 
 Json as_json(const Point32f& point) {
-    return {hundredths(double{point.x}), hundredths(double{point.y})};
+    return Json::array(std::array{hundredths(double{point.x}), hundredths(double{point.y})});
 }
 
 template <class T>
@@ -128,13 +126,13 @@ const char* word(Turn::How how) {
 Json as_json(const Turn& turn) {
     Json json = {{"degrees", turn.degrees}, {"how", word(turn.how)}};
     if (turn.evidence) {
-        json["sure"] = turn.evidence->sure;
-        json["confidence"] = hundredths(turn.evidence->confidence());
-        json["level"] = as_json(turn.evidence->level);
-        json["sideways"] = as_json(turn.evidence->sideways);
+        json.add("sure", turn.evidence->sure);
+        json.add("confidence", hundredths(turn.evidence->confidence()));
+        json.add("level", as_json(turn.evidence->level));
+        json.add("sideways", as_json(turn.evidence->sideways));
     }
-    json["width"] = turn.cols;
-    json["height"] = turn.rows;
+    json.add("width", turn.cols);
+    json.add("height", turn.rows);
     return json;
 }
 
@@ -147,17 +145,17 @@ Json as_json(const Sharpness& sharpness) {
 Json as_json(const Binarisation& how) {
     Json json = {{"method", binarise_method_names()[static_cast<size_t>(how.method)]}};
     if (how.method == BinariseMethod::kOtsu) {
-        json["threshold"] = how.threshold;
+        json.add("threshold", how.threshold);
     } else {
-        json["block"] = how.block;
-        json["contrast"] = hundredths(how.contrast);
+        json.add("block", how.block);
+        json.add("contrast", hundredths(how.contrast));
     }
     return json;
 }
 
 Json as_json(const Deskew& deskew) {
     return {{"degrees", hundredths(deskew.degrees)},
-            {"matrix", deskew.matrix},
+            {"matrix", Json::array(deskew.matrix)},
             {"straightened", !deskew.bend.none()},
             {"width", deskew.cols},
             {"height", deskew.rows}};
@@ -167,8 +165,8 @@ Json as_json(const PageReport& page) {
     Json json = {{"kind", page_kind_names()[static_cast<size_t>(page.kind)]},
                  {"dots_per_inch", page.dots_per_inch}};
     if (page.kind != PageKind::kBinary) {
-        json["ink"] = page.ink.level;
-        json["paper_from"] = page.ink.threshold;
+        json.add("ink", page.ink.level);
+        json.add("paper_from", page.ink.threshold);
     }
     return json;
 }
@@ -184,7 +182,7 @@ Json as_json(const Print& print) {
 
 Json as_json(const std::vector<Place>& line) {
     Json list = Json::array();
-    for (const Place& place : line) list.push_back({hundredths(place.x), hundredths(place.y)});
+    for (const Place& place : line) list.push_back(Json::array(std::array{hundredths(place.x), hundredths(place.y)}));
     return list;
 }
 
@@ -256,7 +254,7 @@ Bytes result_json(const Report& report) {
     if (report.print) members.add("components", as_json(*report.print));
     if (report.seals) append(members.add("seal"), *report.seals);
     Json ms = Json::object();
-    for (const Steps::Step& step : report.steps.list()) ms[step.name] = step.ms;
+    for (const Steps::Step& step : report.steps.list()) ms.add(step.name, step.ms);
     members.add("milliseconds", ms);
     if (report.text_rows) append(members.add("rows"), *report.text_rows);
     const std::string& text = members.close();

@@ -23,8 +23,8 @@ bool Stages::needed(Stage stage) const {
             return needed(Stage::kComponents);
         case Stage::kComponents:
             return needed(Stage::kRows);
-        case Stage::kSeal:  // whose letters are no text
-            return needed(Stage::kComponents);
+        case Stage::kSeal:  // whose ink is taken off the page
+            return needed(Stage::kPage);
         default:
             return false;
     }
