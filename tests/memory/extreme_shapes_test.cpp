@@ -147,6 +147,19 @@ TEST(ExtremeShapes, without_a_block_leave_a_threshold_of_zeros) {
     EXPECT_EQ(count(dst, 0), 12);
 }
 
+TEST(ExtremeShapes, without_a_block_have_no_element_to_set) {
+    U8 left;
+    EXPECT_EQ(code_of([&] {
+                  const FailingAllocations failing(1);
+                  left.mat_create(3, 4, 1, 7);
+              }),
+              3);
+    left = static_cast<unsigned char>(9);
+    ~left;
+    EXPECT_EQ(left.rows, 3);
+    EXPECT_EQ(left.data, nullptr);
+}
+
 // What warpAffine writes no pixel of, it touches no memory for.
 TEST(ExtremeShapes, of_outputs_without_pixels_are_made_by_a_warp) {
     const U8 two = filled(2, 2, 2, 9);
