@@ -1,6 +1,8 @@
 #include "allocations.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 #include <new>
 
@@ -15,6 +17,7 @@ long allowed = kNever;  // allocations that still succeed
 long asked = 0;
 std::size_t most_bytes = kAnySize;
 bool failed = false;
+bool filling = false;
 long in_use = 0;
 
 void* take(std::size_t bytes, std::size_t alignment = 0) {
@@ -29,7 +32,10 @@ void* take(std::size_t bytes, std::size_t alignment = 0) {
     void* const block = alignment == 0
                             ? std::malloc(bytes)
                             : std::aligned_alloc(alignment, (bytes + alignment - 1) / alignment * alignment);
-    if (block) ++in_use;
+    if (!block) return nullptr;
+    ++in_use;
+    constexpr std::size_t kFilled = 4096;
+    if (filling) std::memset(block, 0xa5, std::min(bytes, kFilled));
     return block;
 }
 
@@ -50,12 +56,14 @@ FailingAllocations::FailingAllocations(long k, std::size_t most) {
     allowed = k == kNever ? kNever : k - 1;
     most_bytes = most;
     failed = false;
+    filling = true;
     asked = 0;
 }
 
 FailingAllocations::~FailingAllocations() {
     allowed = kNever;
     most_bytes = kAnySize;
+    filling = false;
 }
 
 bool FailingAllocations::any_failed() {

@@ -9,7 +9,7 @@
 namespace testing_support {
 
 /// While it lives, the k-th allocation (from 1) and all that follow fail, as does every one of
-/// more than `most` bytes.
+/// more than `most` bytes. Blocks that are allocated begin with bytes that are not 0.
 class FailingAllocations {
  public:
     /// @param k LONG_MAX: none fails for its place

@@ -130,6 +130,36 @@ TEST(ExtremeShapes, whose_product_wraps_above_0_are_code_3_without_channels) {
     EXPECT_EQ(code_of([&] { CImgproc::minAreaRect(m); }), 3);
 }
 
+// What a failed mat_create left, when there is memory again.
+TEST(ExtremeShapes, without_a_block_leave_a_threshold_of_zeros) {
+    U8 left, dst;
+    EXPECT_EQ(code_of([&] {
+                  const FailingAllocations failing(1);
+                  left.mat_create(3, 4, 1, 7);
+              }),
+              3);
+    EXPECT_EQ(code_of([&] {
+                  const FailingAllocations none(LONG_MAX);
+                  CImgproc::thresholdSeg(left, dst, 5);
+              }),
+              3);
+    ASSERT_NE(dst.data, nullptr);
+    EXPECT_EQ(count(dst, 0), 12);
+}
+
+TEST(ExtremeShapes, without_a_block_have_no_element_to_set) {
+    U8 left;
+    EXPECT_EQ(code_of([&] {
+                  const FailingAllocations failing(1);
+                  left.mat_create(3, 4, 1, 7);
+              }),
+              3);
+    left = static_cast<unsigned char>(9);
+    ~left;
+    EXPECT_EQ(left.rows, 3);
+    EXPECT_EQ(left.data, nullptr);
+}
+
 // What warpAffine writes no pixel of, it touches no memory for.
 TEST(ExtremeShapes, of_outputs_without_pixels_are_made_by_a_warp) {
     const U8 two = filled(2, 2, 2, 9);

@@ -33,7 +33,7 @@ struct Failure {
     bool is_bad_alloc = false;
     char message[64] = "";
     bool any_allocation_failed = false;
-    bool reported_time = false;
+    bool reported_hull = false, reported_rectangle = false;
 };
 
 Failure failure_of(long k, const std::function<void()>& run) {
@@ -51,7 +51,9 @@ Failure failure_of(long k, const std::function<void()>& run) {
         }
         failure.any_allocation_failed = FailingAllocations::any_failed();
     }
-    failure.reported_time = capture.finish().find("ms)") != std::string::npos;
+    const std::string printed = capture.finish();
+    failure.reported_hull = printed.find("convexhull done") != std::string::npos;
+    failure.reported_rectangle = printed.find("min area done") != std::string::npos;
     return failure;
 }
 
@@ -240,12 +242,35 @@ TEST(FailingMemory, of_hulls_and_their_rectangles_is_the_arrays_own_exception) {
         },
         [&](const Failure& failure, long k) {
             expect_bad_alloc(failure, k);
-            ASSERT_FALSE(failure.reported_time) << "of a hull that was not handed over";
+            ASSERT_FALSE(failure.reported_hull) << "allocation " << k;
         });
     EXPECT_GT(n, 3);
     n = fail_each([&] { CImgproc::minAreaRect(points); }, expect_bad_alloc);
     EXPECT_GT(n, 3);
     EXPECT_EQ(blocks_in_use(), in_use);
+}
+
+TEST(FailingMemory, of_the_rectangle_of_a_mask_reports_no_time_of_it) {
+    const U8 mask = letters();
+    const long n = fail_each([&] { CImgproc::minAreaRect(mask); },
+                             [](const Failure& failure, long k) {
+                                 ASSERT_TRUE(failure.is_bad_alloc || failure.code == 3);
+                                 ASSERT_FALSE(failure.reported_rectangle) << "allocation " << k;
+                             });
+    EXPECT_GT(n, 3);
+}
+
+// The output comes before the runs, whose memory comes first.
+TEST(FailingMemory, of_labels_is_code_3_and_the_output_has_its_shape) {
+    const U8 mask = letters();
+    Mat<int> labels;
+    labels.mat_create(2, 3, 1, 7);
+    int count = -5;
+    const Failure failure = failure_of(1, [&] { CImgproc::bwlabel(mask, labels, count); });
+    EXPECT_EQ(failure.code, 3);
+    EXPECT_EQ(labels.rows, mask.rows);
+    EXPECT_EQ(labels.cols, mask.cols);
+    EXPECT_EQ(count, -5);
 }
 
 TEST(FailingMemory, of_a_hull_leaves_it_empty_unless_it_is_the_points) {
