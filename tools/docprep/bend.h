@@ -38,8 +38,7 @@ class Bend {
     std::array<double, kTerms> terms_{};
 };
 
-/// The bend of the lines that chains of letters stand on; none where it is too small, or too doubtful, to be
-/// worth resampling.
+/// The bend of the lines that chains of letters stand on; none where it is too small or too doubtful.
 /// @param level  takes the letters to the level page
 Bend find_bend(const Rects& letters, const std::vector<Chain>& chains, int text_height,
                const AffineMatrix& level);

@@ -182,7 +182,8 @@ Json as_json(const Print& print) {
 
 Json as_json(const std::vector<Place>& line) {
     Json list = Json::array();
-    for (const Place& place : line) list.push_back(Json::array(std::array{hundredths(place.x), hundredths(place.y)}));
+    for (const Place& place : line)
+        list.push_back(Json::array(std::array{hundredths(place.x), hundredths(place.y)}));
     return list;
 }
 

@@ -24,8 +24,7 @@ constexpr int kLongestSide = 800;
 /// What red has more of than the next colour, beyond what paper has: this share of what the mark itself has.
 constexpr double kChromaShare = 0.4;
 constexpr int kLeastChroma = 12;
-/// Between a seal's star and its letters, and between those and the rim, lies less than this share of what was
-/// found before.
+/// Less than this share of what was found before lies between a seal's star and its letters, and to its rim.
 constexpr double kGap = 0.4;
 constexpr int kRounds = 6;
 constexpr int kMostMarks = 50;
