@@ -21,6 +21,7 @@ class Search {
     }
 
     void begin_at(ptrdiff_t pixel) {
+        if (page_.data[pixel] >= kLightestMark) return;  // most are, and it should cost nothing
         reach(pixel);
         while (!open_.empty()) {
             const ptrdiff_t at = open_.back();
@@ -62,9 +63,12 @@ Image wipe_edge_marks(Image& page, const Image& outside, const Image& text) {
     const ptrdiff_t cols = page.cols, n = cols * page.rows;
     for (ptrdiff_t x = 0; x < cols; ++x) search.begin_at(x), search.begin_at(n - cols + x);
     for (ptrdiff_t y = 0; y < n; y += cols) search.begin_at(y), search.begin_at(y + cols - 1);
-    for (ptrdiff_t at = 0; at < n && !outside.empty(); ++at)
-        if (outside.data[at] != 0)
-            search.for_each_neighbour(at, [&](ptrdiff_t next) { search.begin_at(next); });
+    for (ptrdiff_t at = 0; at < n && !outside.empty(); ++at) {
+        if (outside.data[at] != 0 || page.data[at] >= kLightestMark) continue;
+        bool beside = false;
+        search.for_each_neighbour(at, [&](ptrdiff_t next) { beside |= outside.data[next] != 0; });
+        if (beside) search.begin_at(at);
+    }
     return search.take_state();
 }
 

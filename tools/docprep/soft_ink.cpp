@@ -61,8 +61,8 @@ int ink_level(const Image& even, const Image& surroundings, const Image& paper) 
     int64_t print = 0;
     const ptrdiff_t n = static_cast<ptrdiff_t>(even.rows) * even.cols;
     for (ptrdiff_t i = 0; i < n; ++i) {
-        if (even.data[i] + kLeastContrast >= surroundings.data[i] || (!paper.empty() && paper.data[i] == 0))
-            continue;
+        if (even.data[i] + kLeastContrast >= surroundings.data[i]) continue;
+        if (!paper.empty() && paper.data[i] == 0) continue;
         ++counts[even.data[i]];
         ++print;
     }
@@ -73,6 +73,28 @@ int ink_level(const Image& even, const Image& surroundings, const Image& paper) 
             return static_cast<int>(level);
     }
     return 0;
+}
+
+/// The level that the middle grey of the result stands for, where a page is so light in the mean.
+std::array<int, 256> thresholds_by_surroundings(const Ink& ink) {
+    const int least = static_cast<int>(std::lround(ink.level + kDarkestPaper * (255 - ink.level)));
+    std::array<int, 256> thresholds{};
+    for (int mean = 0; mean < 256; ++mean)
+        thresholds[static_cast<size_t>(mean)] = std::clamp(mean - kLeastContrast, least, ink.threshold);
+    return thresholds;
+}
+
+/// Ink becomes black and paper white; the threshold becomes 128.
+void spread_contrast(Image& even, const Image& surroundings, const Ink& ink) {
+    const std::array<int, 256> thresholds = thresholds_by_surroundings(ink);
+    const double slope = 127 / (kSpread * std::max(255 - ink.threshold, 1));
+    std::array<unsigned char, 511> spread{};  // by the distance from the threshold, -255 .. 255
+    for (int distance = -255; distance <= 255; ++distance)
+        spread[static_cast<size_t>(distance + 255)] =
+            static_cast<unsigned char>(std::clamp(128 + std::floor(distance * slope), 0.0, 255.0));
+    const ptrdiff_t n = static_cast<ptrdiff_t>(even.rows) * even.cols;
+    for (ptrdiff_t i = 0; i < n; ++i)
+        even.data[i] = spread[static_cast<size_t>(even.data[i] - thresholds[surroundings.data[i]] + 255)];
 }
 
 }  // namespace
@@ -91,16 +113,7 @@ Image with_soft_ink(const Image& page, const Image& paper, int text_height, Ink&
     ink.level = std::min(ink_level(even, surroundings, paper), 254);
     const int to_paper = 255 - ink.level;
     ink.threshold = static_cast<int>(std::lround(ink.level + kLightestPrint * to_paper));
-    const int least = static_cast<int>(std::lround(ink.level + kDarkestPaper * to_paper));
-    // (level - threshold) * 127 / (kSpread * (255 - ink.threshold)), with 16 fraction bits.
-    const auto slope =
-        static_cast<int>(std::lround(127 * 65536 / (kSpread * std::max(255 - ink.threshold, 1))));
-    const ptrdiff_t n = static_cast<ptrdiff_t>(page.rows) * page.cols;
-    for (ptrdiff_t i = 0; i < n; ++i) {
-        const int threshold = std::clamp(surroundings.data[i] - kLeastContrast, least, ink.threshold);
-        const int value = 128 + (((even.data[i] - threshold) * slope) >> 16);
-        even.data[i] = static_cast<unsigned char>(std::clamp(value, 0, 255));
-    }
+    spread_contrast(even, surroundings, ink);
     return even;
 }
 
