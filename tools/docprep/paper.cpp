@@ -1,6 +1,7 @@
 #include "paper.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdlib>
 #include <numeric>
@@ -53,9 +54,12 @@ class Regions {
 Regions smooth_regions(const Image& gray) {
     const auto cols = static_cast<size_t>(gray.cols);
     const size_t n = cols * static_cast<size_t>(gray.rows);
+    std::array<int, 256> steps{};  // that are still smooth, by the lighter level
+    for (size_t level = 0; level < steps.size(); ++level)
+        steps[level] = static_cast<int>(std::max(kSmoothLevels, kSmoothShare * static_cast<double>(level)));
     const auto alike = [&](size_t a, size_t b) {
         const int difference = std::abs(gray.data[a] - gray.data[b]);
-        return difference <= std::max(kSmoothLevels, kSmoothShare * std::max(gray.data[a], gray.data[b]));
+        return difference <= steps[std::max(gray.data[a], gray.data[b])];
     };
     Regions regions(n);
     for (size_t k = 0; k < n; ++k) {

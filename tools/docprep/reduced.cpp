@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <vector>
 
 #include "cv_imgproc.h"
@@ -10,6 +11,7 @@ namespace docprep {
 
 using orvex_cv_991::CImgproc;
 using orvex_cv_991::INTERP_LINEAR;
+using orvex_cv_991::Rect;
 using orvex_cv_991::Size;
 
 namespace {
@@ -48,6 +50,17 @@ Image reduced(const Image& gray, double scale) {
     while (copy.cols >= 2 * target.width && copy.rows >= 2 * target.height)
         resize(Size(copy.cols / 2, copy.rows / 2));
     resize(target);
+    return copy;
+}
+
+Image cut_out(const Image& picture, const Rect& part) {
+    Image copy;
+    copy.mat_create(part.height, part.width, picture.channels, 0);
+    const ptrdiff_t row_bytes = ptrdiff_t{part.width} * picture.channels;
+    for (int row = 0; row < part.height; ++row)
+        std::memcpy(copy.data + row * row_bytes,
+                    picture.data + (ptrdiff_t{part.y + row} * picture.cols + part.x) * picture.channels,
+                    static_cast<size_t>(row_bytes));
     return copy;
 }
 

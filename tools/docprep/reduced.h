@@ -2,6 +2,7 @@
 #ifndef DOCPREP_REDUCED_H
 #define DOCPREP_REDUCED_H
 
+#include "cv_geometry.h"
 #include "photo.h"
 
 namespace docprep {
@@ -10,6 +11,9 @@ namespace docprep {
 /// which takes the mean of four, until less than a halving is left. Prints as the library does.
 /// @param scale  above 0; 1 and above leave the picture as it is
 Image reduced(const Image& gray, double scale);
+
+/// A part that lies in the picture.
+Image cut_out(const Image& picture, const orvex_cv_991::Rect& part);
 
 /// The mean over a square of `extent`, odd, round each pixel; at the edges over the part of it that is in the picture.
 Image smoothed(const Image& gray, int extent);

@@ -72,19 +72,9 @@ void clear_desk(Image& chroma, const Paper& paper) {
         if (mask.data[i] < 128) chroma.data[i] = 0;
 }
 
-Image part_of(const Image& picture, const Rect& rect) {
-    Image part;
-    part.mat_create(rect.height, rect.width, 1, 0);
-    for (int row = 0; row < rect.height; ++row)
-        std::memcpy(part.data + static_cast<ptrdiff_t>(row) * rect.width,
-                    picture.data + static_cast<ptrdiff_t>(rect.y + row) * picture.cols + rect.x,
-                    static_cast<size_t>(rect.width));
-    return part;
-}
-
 /// The level that this share of a part's pixels is below.
 int quantile(const Image& chroma, const Rect& area, double share) {
-    const Image part = part_of(chroma, area);
+    const Image part = cut_out(chroma, area);
     std::vector<unsigned char> levels(part.data, part.data + static_cast<ptrdiff_t>(part.rows) * part.cols);
     const auto at = levels.begin() + static_cast<ptrdiff_t>(share * static_cast<double>(levels.size() - 1));
     std::nth_element(levels.begin(), at, levels.end());
@@ -132,7 +122,7 @@ struct RedParts {
 };
 
 RedParts red_parts(const Image& chroma, const Rect& area, int threshold) {
-    Image red = part_of(chroma, area);
+    Image red = cut_out(chroma, area);
     CImgproc::thresholdSeg(red, red, std::min(threshold, 255));
     RedParts all, parts;
     CImgproc::connectdComponent(red, all.rects, &all.pixels);

@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "cv_imgproc.h"
+#include "reduced.h"
 
 namespace docprep {
 
@@ -47,33 +48,51 @@ struct Histogram {
     }
 };
 
-template <class Visit>
-void for_each_pixel(const Rect& area, const Image& mask, const Visit& visit) {
-    const int right = std::min(area.x + area.width, mask.cols),
-              bottom = std::min(area.y + area.height, mask.rows);
-    for (int row = std::max(area.y, 0); row < bottom; ++row)
-        for (int col = std::max(area.x, 0); col < right; ++col) {
-            const ptrdiff_t pixel = static_cast<ptrdiff_t>(row) * mask.cols + col;
-            if (mask.data[pixel] != 0) visit(pixel);
-        }
+/// A part of the photograph, and which of its pixels belong to a seal.
+struct Part {
+    Rect area;
+    Image mask;
+
+    /// Calls `visit` with the photograph's index of each of those pixels.
+    template <class Visit>
+    void for_each_pixel(const Image& photo, const Visit& visit) const {
+        const unsigned char* on_seal = mask.data;
+        for (int row = area.y; row < area.y + area.height; ++row)
+            for (int col = area.x; col < area.x + area.width; ++col)
+                if (*on_seal++ != 0) visit(static_cast<ptrdiff_t>(row) * photo.cols + col);
+    }
+};
+
+/// The seal with a margin, as far as the photograph reaches.
+Part part_around(const Seal& seal, const Image& mask) {
+    const int margin = std::max(std::max(seal.rect.width, seal.rect.height) / kMarginShare, kLeastMargin);
+    const int left = std::max(seal.rect.x - margin, 0), top = std::max(seal.rect.y - margin, 0);
+    Part part;
+    part.area = Rect(left, top, std::min(seal.rect.x + seal.rect.width + margin, mask.cols) - left,
+                     std::min(seal.rect.y + seal.rect.height + margin, mask.rows) - top);
+    part.mask = cut_out(mask, part.area);
+    const int window = 2 * margin + 1;
+    CImgproc::dilateBinary(part.mask, part.mask,
+                           Size(std::min(window, part.area.width), std::min(window, part.area.height)));
+    return part;
 }
 
-void wipe(const Image& photo, const Image& gray, const Rect& area, const Image& mask, Image& result) {
+void wipe(const Image& photo, const Image& gray, const Part& part, Image& result) {
     Histogram reds;
-    for_each_pixel(area, mask, [&](ptrdiff_t pixel) { reds.add(redness(photo.data + 3 * pixel)); });
+    part.for_each_pixel(photo, [&](ptrdiff_t pixel) { reds.add(redness(photo.data + 3 * pixel)); });
     if (reds.all == 0) return;
     const int paper = reds.quantile(kPaper), ink = reds.quantile(kInk);
     if (ink - paper < kLeastRedness) return;
     // Black print has no more red than white paper: medians, so that neither level is a mixture.
     Histogram paper_levels, ink_levels;
-    for_each_pixel(area, mask, [&](ptrdiff_t pixel) {
+    part.for_each_pixel(photo, [&](ptrdiff_t pixel) {
         const int red = redness(photo.data + 3 * pixel);
         if (std::abs(red - paper) <= 3) paper_levels.add(gray.data[pixel]);
         if (red >= ink) ink_levels.add(gray.data[pixel]);
     });
     const double paper_gray = paper_levels.quantile(0.5), ink_gray = ink_levels.quantile(0.5);
     const double lift = std::max(paper_gray - ink_gray, 0.0) / (ink - paper);
-    for_each_pixel(area, mask, [&](ptrdiff_t pixel) {
+    part.for_each_pixel(photo, [&](ptrdiff_t pixel) {
         const int covered = redness(photo.data + 3 * pixel) - paper;
         if (covered <= 0) return;
         const double brighter = gray.data[pixel] + lift * covered;
@@ -85,15 +104,7 @@ void wipe(const Image& photo, const Image& gray, const Rect& area, const Image& 
 
 Image without_seals(const Image& photo, const Image& gray, const Seals& seals, const Image& mask) {
     Image result = gray;
-    for (const Seal& seal : seals.seals) {
-        const int margin = std::max(std::max(seal.rect.width, seal.rect.height) / kMarginShare, kLeastMargin);
-        Image grown;
-        const Size window(std::min(2 * margin + 1, mask.cols), std::min(2 * margin + 1, mask.rows));
-        CImgproc::dilateBinary(mask, grown, window);
-        const Rect area(seal.rect.x - margin, seal.rect.y - margin, seal.rect.width + 2 * margin,
-                        seal.rect.height + 2 * margin);
-        wipe(photo, gray, area, grown, result);
-    }
+    for (const Seal& seal : seals.seals) wipe(photo, gray, part_around(seal, mask), result);
     return result;
 }
 

@@ -6,6 +6,7 @@
 
 #include "cv_imgproc.h"
 #include "failure.h"
+#include "reduced.h"
 
 namespace docprep {
 
@@ -24,12 +25,7 @@ Image with_margin(const Image& gray, const Rect& component) {
     Rect area(component.x - margin, component.y - margin, component.width + 2 * margin,
               component.height + 2 * margin);
     area = CImgproc::checkRectInMat(Size(gray.cols, gray.rows), area);
-    Image part;
-    part.mat_create(area.height, area.width, 1, 0);
-    for (int row = 0; row < area.height; ++row)
-        std::copy_n(gray.data + static_cast<ptrdiff_t>(area.y + row) * gray.cols + area.x, area.width,
-                    part.data + static_cast<ptrdiff_t>(row) * area.width);
-    return part;
+    return cut_out(gray, area);
 }
 
 /// Strokes alone have no room for the measure, which needs 3 columns when they are reduced to 15 rows.
