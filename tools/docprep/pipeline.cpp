@@ -14,7 +14,6 @@
 namespace docprep {
 
 using orvex_cv_991::CImgproc;
-using orvex_cv_991::Rect;
 using orvex_cv_991::Size;
 
 namespace {

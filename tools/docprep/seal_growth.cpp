@@ -118,23 +118,25 @@ bool same_seal(const Rect& a, const Rect& b) {
 /// The red parts of a picture, without specks.
 struct RedParts {
     Rects rects;
-    orvex_991::vector<Points> pixels;
+    std::vector<Points> pixels;
 };
 
 RedParts red_parts(const Image& chroma, const Rect& area, int threshold) {
     Image red = cut_out(chroma, area);
     CImgproc::thresholdSeg(red, red, std::min(threshold, 255));
-    RedParts all, parts;
-    CImgproc::connectdComponent(red, all.rects, &all.pixels);
+    Rects rects;
+    orvex_991::vector<Points> lists;
+    CImgproc::connectdComponent(red, rects, &lists);
     int64_t pixels = 0;
-    for (int k = 0; k < all.rects.size; ++k) pixels += all.pixels[k].size;
-    for (int k = 0; k < all.rects.size; ++k) {
-        if (all.pixels[k].size <= std::max(kLeastPart * static_cast<double>(pixels), 2.0)) continue;
-        const Rect& rect = all.rects[k];
+    for (int k = 0; k < lists.size; ++k) pixels += lists[k].size;
+    RedParts parts;
+    for (int k = 0; k < rects.size; ++k) {
+        if (lists[k].size <= std::max(kLeastPart * static_cast<double>(pixels), 2.0)) continue;
+        const Rect& rect = rects[k];
         parts.rects.push_back(Rect(rect.x + area.x, rect.y + area.y, rect.width, rect.height));
-        Points& points = all.pixels[k];
+        Points& points = lists[k];
         for (int i = 0; i < points.size; ++i) points[i] = Point(points[i].x + area.x, points[i].y + area.y);
-        parts.pixels.push_back(points);
+        parts.pixels.push_back(std::move(points));
     }
     return parts;
 }
@@ -163,8 +165,8 @@ Points grow(const Image& chroma, const Rect& mark) {
     }
     Points pixels;
     for (int k = 0; k < parts.rects.size; ++k)
-        for (int i = 0; joined[static_cast<size_t>(k)] && i < parts.pixels[k].size; ++i)
-            pixels.push_back(parts.pixels[k][i]);
+        for (int i = 0; joined[static_cast<size_t>(k)] && i < parts.pixels[static_cast<size_t>(k)].size; ++i)
+            pixels.push_back(parts.pixels[static_cast<size_t>(k)][i]);
     return pixels;
 }
 

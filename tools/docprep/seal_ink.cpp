@@ -34,7 +34,8 @@ struct Histogram {
     int64_t all = 0;
 
     void add(int value) {
-        ++counts[static_cast<size_t>(value + 255)];
+        const int at = value + 255;
+        ++counts[static_cast<size_t>(at)];
         ++all;
     }
     /// The value that this share of the pixels is not above.

@@ -89,12 +89,15 @@ void spread_contrast(Image& even, const Image& surroundings, const Ink& ink) {
     const std::array<int, 256> thresholds = thresholds_by_surroundings(ink);
     const double slope = 127 / (kSpread * std::max(255 - ink.threshold, 1));
     std::array<unsigned char, 511> spread{};  // by the distance from the threshold, -255 .. 255
-    for (int distance = -255; distance <= 255; ++distance)
-        spread[static_cast<size_t>(distance + 255)] =
-            static_cast<unsigned char>(std::clamp(128 + std::floor(distance * slope), 0.0, 255.0));
+    for (size_t k = 0; k < spread.size(); ++k) {
+        const double value = 128 + std::floor((static_cast<double>(k) - 255) * slope);
+        spread[k] = static_cast<unsigned char>(std::clamp(value, 0.0, 255.0));
+    }
     const ptrdiff_t n = static_cast<ptrdiff_t>(even.rows) * even.cols;
-    for (ptrdiff_t i = 0; i < n; ++i)
-        even.data[i] = spread[static_cast<size_t>(even.data[i] - thresholds[surroundings.data[i]] + 255)];
+    for (ptrdiff_t i = 0; i < n; ++i) {
+        const int at = even.data[i] - thresholds[surroundings.data[i]] + 255;
+        even.data[i] = spread[static_cast<size_t>(at)];
+    }
 }
 
 }  // namespace

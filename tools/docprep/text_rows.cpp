@@ -251,6 +251,7 @@ std::vector<std::vector<int>> letters_of_rows(const Rects& letters, int text_hei
 
 std::vector<Place> baseline_of(const Rects& letters, int text_height) {
     std::vector<Place> feet;
+    feet.reserve(static_cast<size_t>(letters.size));
     for (int k = 0; k < letters.size; ++k) feet.push_back(foot_of(letters[k]));
     const Baseline baseline(feet, foot_tolerance(text_height));
     const double left = letters[0].x;
