@@ -47,3 +47,22 @@ TEST(stages, all_are_chosen_in_all_and_none_at_first) {
         EXPECT_FALSE(Stages().needed(stage));
     }
 }
+
+TEST(stages, what_is_needed_is_not_chosen) {
+    Stages stages;
+    stages.need(Stage::kBinarise);
+    EXPECT_TRUE(stages.needed(Stage::kBinarise));
+    EXPECT_FALSE(stages.chosen(Stage::kBinarise));
+    for (const Stage stage :
+         {Stage::kSharpness, Stage::kPage, Stage::kComponents, Stage::kRows, Stage::kSeal, Stage::kSaliency})
+        EXPECT_FALSE(stages.needed(stage)) << static_cast<int>(stage);
+}
+
+TEST(stages, what_is_needed_needs_what_it_builds_on) {
+    Stages stages;
+    stages.need(Stage::kRows);
+    EXPECT_TRUE(stages.needed(Stage::kComponents));
+    EXPECT_TRUE(stages.needed(Stage::kPage));
+    EXPECT_TRUE(stages.needed(Stage::kBinarise));
+    EXPECT_FALSE(stages.chosen(Stage::kRows));
+}

@@ -83,27 +83,27 @@ Page make_page(const PageSource& source, PageKind kind) {
     const auto level = [&](const Image& photo) {
         return deskew.none() ? photo : deskewed(photo, deskew, inside);
     };
+    Image clean = level(has_seals ? source.clean : source.gray);
     Image on_paper;
     if (!source.paper.everywhere())
         on_paper = deskewed_mask(source.paper.mask, Size(source.gray.cols, source.gray.rows), deskew);
 
     Page page;
-    if (kind == PageKind::kBinary && deskew.none() && !has_seals) {
-        page.picture = source.binary;
-        ~page.picture;
-    } else if (kind == PageKind::kBinary) {
-        binarise(level(has_seals ? source.clean : source.gray), source.how, page.picture);
-        ~page.picture;
+    if (kind != PageKind::kBinary) {
+        page.picture = with_soft_ink(clean, on_paper, source.text_height, page.ink);
     } else {
-        page.picture = with_soft_ink(level(has_seals ? source.clean : source.gray), on_paper,
-                                     source.text_height, page.ink);
+        if (deskew.none() && !has_seals)
+            page.picture = source.binary;
+        else
+            binarise(clean, source.how, page.picture);
+        ~page.picture;
     }
     const Image outside = outside_of(inside, on_paper);
     fill(page.picture, outside, 255, 255);
     const Image wiped = wipe_edge_marks(page.picture, outside, text_block(source));
     page.print = print_of(page.picture);
     if (kind == PageKind::kGray) {
-        page.picture = level(source.gray);
+        page.picture = has_seals ? level(source.gray) : std::move(clean);
         fill(page.picture, outside, 255, 255);
         fill(page.picture, wiped, 0, 255);
     }

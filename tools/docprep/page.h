@@ -24,9 +24,9 @@ std::vector<std::string> page_kind_names();
 /// A level page: print is dark; white where it does not show the photograph, and where that shows no paper.
 struct Page {
     Image picture;
-    Image
-        print;  ///< 255 where the page has print, and beyond the photograph, so that what the photograph's border
-                ///< cuts touches the page's, as text_components.h expects
+    /// 255 on the page's print, and beyond the photograph, so that what the photograph's border cuts touches the
+    /// page's, as text_components.h expects.
+    Image print;
     Ink ink;
 };
 

@@ -9,6 +9,7 @@
 
 #include "cv_imgproc.h"
 #include "drawing.h"
+#include "flood.h"
 #include "reduced.h"
 
 namespace docprep {
@@ -103,26 +104,16 @@ Image regions_with_letters(const Image& filled, const Rects& letters, const OnCo
 
 /// What cannot be reached from the picture's edge becomes 255.
 void fill_holes(Image& mask) {
-    const int rows = mask.rows, cols = mask.cols;
-    std::vector<bool> outside(static_cast<size_t>(rows) * static_cast<size_t>(cols));
-    std::vector<Point> open;
-    const auto reach = [&](int x, int y) {
-        const auto at = static_cast<size_t>(y) * static_cast<size_t>(cols) + static_cast<size_t>(x);
-        if (outside[at] || mask.data[at] != 0) return;
-        outside[at] = true;
-        open.push_back(Point(x, y));
-    };
-    for (int x = 0; x < cols; ++x) reach(x, 0), reach(x, rows - 1);
-    for (int y = 0; y < rows; ++y) reach(0, y), reach(cols - 1, y);
-    while (!open.empty()) {
-        const Point at = open.back();
-        open.pop_back();
-        if (at.x > 0) reach(at.x - 1, at.y);
-        if (at.y > 0) reach(at.x, at.y - 1);
-        if (at.x + 1 < cols) reach(at.x + 1, at.y);
-        if (at.y + 1 < rows) reach(at.x, at.y + 1);
-    }
-    for (size_t k = 0; k < outside.size(); ++k)
+    const size_t n = static_cast<size_t>(mask.rows) * static_cast<size_t>(mask.cols);
+    std::vector<bool> outside(n);
+    Flood flood(mask.rows, mask.cols, [&](ptrdiff_t at) {
+        const auto k = static_cast<size_t>(at);
+        if (outside[k] || mask.data[k] != 0) return false;
+        outside[k] = true;
+        return true;
+    });
+    flood.from_edges();
+    for (size_t k = 0; k < n; ++k)
         if (!outside[k]) mask.data[k] = 255;
 }
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <cstdlib>
 
 #include "cv_imgproc.h"
@@ -10,19 +9,15 @@
 namespace docprep {
 
 using orvex_cv_991::CImgproc;
-using orvex_cv_991::Mat;
 using orvex_cv_991::Point;
 using orvex_cv_991::Rect;
 using orvex_cv_991::Size;
 
 namespace {
 
-/// pointAffine truncates, which half a pixel more makes rounding.
-Mat<float> rounding_inverse(const AffineMatrix& matrix) {
-    AffineMatrix back = inverse(matrix);
-    back[2] += 0.5f;
-    back[5] += 0.5f;
-    return as_mat(back);
+/// The pixel that a place is on.
+Point nearest(const Place& place) {
+    return Point(static_cast<int>(std::lround(place.x)), static_cast<int>(std::lround(place.y)));
 }
 
 /// The rectangle with these two pixels in opposite corners.
@@ -33,39 +28,24 @@ Rect between(const Point& a, const Point& b) {
 }  // namespace
 
 WayBack::WayBack(const Deskew& deskew, const Size& turned, int quarter_turns)
-    : bend_(deskew.bend),
-      matrix_(rounding_inverse(deskew.matrix)),
-      turned_(turned),
-      quarter_turns_(quarter_turns) {}
+    : deskew_(deskew), turned_(turned), quarter_turns_(quarter_turns) {}
 
 PhotoPlace WayBack::of(const Rect& rect) const {
-    const Point first = rect.left_top();
-    const Point last = rect.right_bottom();
-    const Point on_page[] = {first, Point(last.x, first.y), last, Point(first.x, last.y)};
+    const double left = rect.x, right = rect.right_bottom().x;
+    const double top = rect.y, bottom = rect.right_bottom().y;
+    const Place on_page[] = {{left, top}, {right, top}, {right, bottom}, {left, bottom}};
     PhotoPlace place;
     for (size_t k = 0; k < place.corners.size(); ++k)
-        place.corners[k] = unturned(CImgproc::pointAffine(unbent(on_page[k]), matrix_, 1, Point(0, 0)));
-    const Rect upright =
-        CImgproc::checkRectInMat(turned_, CImgproc::rectAffine(unbent_bounds(rect), matrix_));
+        place.corners[k] = unturned(nearest(deskew_.to_photo(on_page[k])));
+    constexpr int kSteps = 16;  // a bend has no more than a few waves
+    Bounds bounds;
+    for (int k = 0; k <= kSteps; ++k)
+        for (const double y : {top, bottom})
+            bounds.add(deskew_.to_photo({left + (right - left) * k / kSteps, y}));
+    const Rect upright = CImgproc::checkRectInMat(
+        turned_, between(nearest({bounds.left, bounds.top}), nearest({bounds.right, bounds.bottom})));
     place.rect = between(unturned(upright.left_top()), unturned(upright.right_bottom()));
     return place;
-}
-
-Point WayBack::unbent(const Point& on_page) const {
-    return Point(on_page.x, on_page.y + static_cast<int>(std::lround(bend_.shift(on_page.x, on_page.y))));
-}
-
-Rect WayBack::unbent_bounds(const Rect& rect) const {
-    if (bend_.none()) return rect;
-    constexpr int kSteps = 16;  // a bend has no more than a few waves
-    const Point last = rect.right_bottom();
-    int top = unbent(rect.left_top()).y, bottom = unbent(last).y;
-    for (int k = 0; k <= kSteps; ++k) {
-        const int x = rect.x + static_cast<int>(int64_t{rect.width - 1} * k / kSteps);
-        top = std::min(top, unbent(Point(x, rect.y)).y);
-        bottom = std::max(bottom, unbent(Point(x, last.y)).y);
-    }
-    return Rect(rect.x, top, rect.width, bottom - top + 1);
 }
 
 Point WayBack::unturned(const Point& point) const {

@@ -29,13 +29,7 @@ class WayBack {
  private:
     orvex_cv_991::Point unturned(const orvex_cv_991::Point& point) const;
 
-    /// On the page before it was straightened.
-    orvex_cv_991::Point unbent(const orvex_cv_991::Point& on_page) const;
-    orvex_cv_991::Rect unbent_bounds(const orvex_cv_991::Rect& rect) const;
-
-    Bend bend_;
-    orvex_cv_991::Mat<float>
-        matrix_;  // from the page to the turned photograph, truncated to the nearest pixel
+    Deskew deskew_;
     orvex_cv_991::Size turned_;
     int quarter_turns_;
 };

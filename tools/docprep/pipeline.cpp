@@ -1,6 +1,5 @@
 #include "pipeline.h"
 
-#include <cmath>
 #include <utility>
 
 #include "binarise.h"

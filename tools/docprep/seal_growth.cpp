@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <utility>
 
 #include "cv_imgproc.h"
 #include "drawing.h"
+#include "histogram.h"
 #include "reduced.h"
 
 namespace docprep {
@@ -50,15 +50,13 @@ int longer_side(const Rect& rect) {
     return std::max(rect.width, rect.height);
 }
 
-/// How much more red than anything else each pixel has.
+/// The redness of each pixel; 0 where another colour prevails.
 Image chroma_of(const Image& bgr) {
     Image chroma;
     chroma.mat_create(bgr.rows, bgr.cols, 1, 0);
     const ptrdiff_t n = static_cast<ptrdiff_t>(bgr.rows) * bgr.cols;
-    for (ptrdiff_t i = 0; i < n; ++i) {
-        const unsigned char* const pixel = bgr.data + 3 * i;
-        chroma.data[i] = static_cast<unsigned char>(std::max(pixel[2] - std::max(pixel[0], pixel[1]), 0));
-    }
+    for (ptrdiff_t i = 0; i < n; ++i)
+        chroma.data[i] = static_cast<unsigned char>(std::max(redness(bgr.data + 3 * i), 0));
     return chroma;
 }
 
@@ -72,20 +70,19 @@ void clear_desk(Image& chroma, const Paper& paper) {
         if (mask.data[i] < 128) chroma.data[i] = 0;
 }
 
-/// The level that this share of a part's pixels is below.
-int quantile(const Image& chroma, const Rect& area, double share) {
-    const Image part = cut_out(chroma, area);
-    std::vector<unsigned char> levels(part.data, part.data + static_cast<ptrdiff_t>(part.rows) * part.cols);
-    const auto at = levels.begin() + static_cast<ptrdiff_t>(share * static_cast<double>(levels.size() - 1));
-    std::nth_element(levels.begin(), at, levels.end());
-    return *at;
+Histogram levels_in(const Image& chroma, const Rect& area) {
+    Histogram levels;
+    for (int row = area.y; row < area.y + area.height; ++row)
+        for (int col = area.x; col < area.x + area.width; ++col)
+            levels.add(chroma.data[static_cast<ptrdiff_t>(row) * chroma.cols + col]);
+    return levels;
 }
 
 /// What counts as red beside a mark, whose own redder half tells how red its ink is; its surroundings tell how red
 /// paper is in the photograph's light.
 int threshold_for(const Image& chroma, const Rect& mark, const Rect& surroundings) {
-    const int paper = quantile(chroma, surroundings, 0.5);
-    const int ink = quantile(chroma, mark, 0.75);
+    const int paper = levels_in(chroma, surroundings).quantile(0.5);
+    const int ink = levels_in(chroma, mark).quantile(0.75);
     return std::max(kLeastChroma,
                     paper + static_cast<int>(std::lround(kChromaShare * std::max(ink - paper, 0))));
 }
@@ -205,6 +202,10 @@ void append(Points& points, const Points& others) {
 }
 
 }  // namespace
+
+int redness(const unsigned char* bgr) {
+    return bgr[2] - std::max(bgr[0], bgr[1]);
+}
 
 std::vector<Seal> grow_seals(const Image& photo, const Paper& paper, const Rects& marks) {
     const double scale = static_cast<double>(kLongestSide) / std::max(photo.rows, photo.cols);

@@ -8,6 +8,9 @@
 
 namespace docprep {
 
+/// What a pixel has more of red than of the next colour: -255 .. 255.
+int redness(const unsigned char* bgr);
+
 /// One seal.
 struct Seal {
     orvex_cv_991::Rect rect;  ///< upright, round it, in pixels of the photograph

@@ -1,10 +1,10 @@
 #include "seal_ink.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdlib>
 
 #include "cv_imgproc.h"
+#include "histogram.h"
 #include "reduced.h"
 
 namespace docprep {
@@ -18,36 +18,11 @@ namespace {
 /// Ink runs, and hulls of a reduced copy are a pixel off: this share of a seal's longer side belongs to it, too.
 constexpr int kMarginShare = 40;
 constexpr int kLeastMargin = 2;
-// Quantiles of redness over a seal: less than a quarter of it is ink, a tenth is solid.
+// Quantiles of redness over a seal: half of it is paper at least, a twentieth solid ink.
 constexpr double kPaper = 0.5;
 constexpr double kInk = 0.95;
-/// A levels' difference that means something.
+/// What ink has more of than paper, at least.
 constexpr int kLeastRedness = 10;
-
-int redness(const unsigned char* bgr) {
-    return bgr[2] - std::max(bgr[0], bgr[1]);
-}
-
-/// Pixels counted by a value of -255 .. 255.
-struct Histogram {
-    std::array<int64_t, 511> counts{};
-    int64_t all = 0;
-
-    void add(int value) {
-        const int at = value + 255;
-        ++counts[static_cast<size_t>(at)];
-        ++all;
-    }
-    /// The value that this share of the pixels is not above.
-    int quantile(double share) const {
-        int64_t n = 0;
-        for (size_t at = 0; at < counts.size(); ++at) {
-            n += counts[at];
-            if (static_cast<double>(n) >= share * static_cast<double>(all)) return static_cast<int>(at) - 255;
-        }
-        return 255;
-    }
-};
 
 /// A part of the photograph, and which of its pixels belong to a seal.
 struct Part {
@@ -81,7 +56,7 @@ Part part_around(const Seal& seal, const Image& mask) {
 void wipe(const Image& photo, const Image& gray, const Part& part, Image& result) {
     Histogram reds;
     part.for_each_pixel(photo, [&](ptrdiff_t pixel) { reds.add(redness(photo.data + 3 * pixel)); });
-    if (reds.all == 0) return;
+    if (reds.empty()) return;
     const int paper = reds.quantile(kPaper), ink = reds.quantile(kInk);
     if (ink - paper < kLeastRedness) return;
     // Black print has no more red than white paper: medians, so that neither level is a mixture.

@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "cv_imgproc.h"
+#include "histogram.h"
 #include "reduced.h"
 
 namespace docprep {
@@ -57,22 +58,14 @@ void divide_by_light(const Image& page, Image& light) {
 
 /// The level that a tenth of the print is darker than; print is darker than its surroundings.
 int ink_level(const Image& even, const Image& surroundings, const Image& paper) {
-    std::array<int64_t, 256> counts{};
-    int64_t print = 0;
+    Histogram print;
     const ptrdiff_t n = static_cast<ptrdiff_t>(even.rows) * even.cols;
     for (ptrdiff_t i = 0; i < n; ++i) {
         if (even.data[i] + kLeastContrast >= surroundings.data[i]) continue;
         if (!paper.empty() && paper.data[i] == 0) continue;
-        ++counts[even.data[i]];
-        ++print;
+        print.add(even.data[i]);
     }
-    int64_t darker = 0;
-    for (size_t level = 0; level < counts.size(); ++level) {
-        darker += counts[level];
-        if (print > 0 && static_cast<double>(darker) >= kInkQuantile * static_cast<double>(print))
-            return static_cast<int>(level);
-    }
-    return 0;
+    return print.empty() ? 0 : print.quantile(kInkQuantile);
 }
 
 /// The level that the middle grey of the result stands for, where a page is so light in the mean.

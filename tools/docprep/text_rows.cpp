@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <numeric>
 #include <unordered_map>
 #include <utility>
@@ -27,7 +26,7 @@ constexpr int kLeastOfGutter = 3;    // wide lines on both sides
 constexpr double kBeside = 3;        // what a letter without a chain is from its row
 constexpr double kBaselineStep = 8;  // between points of a baseline
 
-/// A chain, or a letter alone, on its way into a row.
+/// A chain on its way into a row.
 struct Piece {
     std::vector<int> letters;
     int left;
@@ -167,8 +166,7 @@ class Joining {
     Joining(const Rects& letters, const std::vector<Piece>& pieces, double unit)
         : letters_(letters), pieces_(pieces), unit_(unit) {}
 
-    /// The row of a letter, looking to its left or to its right; -1 for none. Letters must be asked for in the order
-    /// of their middles, from left to right or from right to left.
+    /// For each letter, a loose one's row when one looks to its left or to its right; -1 for none.
     std::vector<int> rows(const std::vector<int>& loose, bool leftward) const {
         std::vector<int> order(pieces_.size());
         std::iota(order.begin(), order.end(), 0);
@@ -180,9 +178,11 @@ class Joining {
             const int x = letters_[letter].x + letters_[letter].width / 2;
             return leftward ? x : -x;
         };
-        std::sort(order.begin(), order.end(), [&](int a, int b) { return edge(a) < edge(b); });
+        std::sort(order.begin(), order.end(),
+                  [&](int a, int b) { return std::pair(edge(a), a) < std::pair(edge(b), b); });
         std::vector<int> letters = loose;
-        std::sort(letters.begin(), letters.end(), [&](int a, int b) { return middle(a) < middle(b); });
+        std::sort(letters.begin(), letters.end(),
+                  [&](int a, int b) { return std::pair(middle(a), a) < std::pair(middle(b), b); });
         LastSeen seen(unit_);
         std::vector<int> found(static_cast<size_t>(letters_.size), -1);
         size_t next = 0;
