@@ -1,7 +1,6 @@
 // Binary and grey morphology, dilateRect.
-#include "morphology.h"
-
 #include "driver.h"
+#include "filters.h"
 
 namespace fuzzing {
 namespace {
@@ -10,22 +9,6 @@ using orvex_cv_991::CImgproc;
 using orvex_cv_991::MORPH_TYPE;
 using orvex_cv_991::Rect;
 using orvex_cv_991::Size;
-
-struct Filter {
-    const char* name;
-    void (*library)(const U8&, U8&, const Size&);
-    void (*plain)(Image<Byte>, Image<Byte>&, reference::Size);
-};
-
-constexpr Filter kFilters[] = {
-    {"dilateBinary", CImgproc::dilateBinary, reference::dilateBinary},
-    {"erodeBinary", CImgproc::erodeBinary, reference::erodeBinary},
-    {"openBinary", CImgproc::openBinary, reference::openBinary},
-    {"closeBinary", CImgproc::closeBinary, reference::closeBinary},
-    {"dilateGray", CImgproc::dilateGray, reference::dilateGray},
-    {"erodeGray", CImgproc::erodeGray, reference::erodeGray},
-    {"morphGradient", CImgproc::morphGradient, reference::morphGradient},
-};
 
 void grow(Reader& reader) {
     const Rect rect = reader.rect();
@@ -51,7 +34,7 @@ void run(Reader& reader) {
         size.width = 1 + (size.width & INT16_MAX) % src.cols;
         size.height = 1 + (size.height & INT16_MAX) % src.rows;
     }
-    const Filter* const filter = operation < 7 ? &kFilters[operation] : nullptr;
+    const auto* const filter = operation < 7 ? &testing_support::kFilters[operation] : nullptr;
     compare(
         call(filter ? filter->name : "morphologyBinary", size.width, size.height, type), std::move(src),
         std::move(previous), in_place,

@@ -1,9 +1,8 @@
-#include "morphology.h"
-
 #include <algorithm>
 #include <functional>
-#include <iterator>
+#include <vector>
 
+#include "filters.h"
 #include "images.h"
 #include "same.h"
 
@@ -22,29 +21,24 @@ struct Operation {
     std::function<void(const Image<Byte>&, Image<Byte>&, const reference::Size&, int type)> plain;
 };
 
-Operation without_type(const char* name, void (*library)(const U8&, U8&, const Size&),
-                       void (*plain)(Image<Byte>, Image<Byte>&, reference::Size)) {
-    return {name, [=](const U8& src, U8& dst, const Size& size, int) { library(src, dst, size); },
-            [=](const Image<Byte>& src, Image<Byte>& dst, const reference::Size& size, int) {
-                plain(src, dst, size);
-            }};
+std::vector<Operation> operations() {
+    std::vector<Operation> all;
+    for (const Filter& filter : kFilters)
+        all.push_back({filter.name,
+                       [&](const U8& src, U8& dst, const Size& size, int) { filter.library(src, dst, size); },
+                       [&](const Image<Byte>& src, Image<Byte>& dst, const reference::Size& size, int) {
+                           filter.plain(src, dst, size);
+                       }});
+    all.push_back({"morphologyBinary",
+                   [](const U8& src, U8& dst, const Size& size, int type) {
+                       CImgproc::morphologyBinary(src, dst, size, static_cast<MORPH_TYPE>(type));
+                   },
+                   reference::morphologyBinary});
+    return all;
 }
 
-const Operation kOperations[] = {
-    without_type("dilateBinary", CImgproc::dilateBinary, reference::dilateBinary),
-    without_type("erodeBinary", CImgproc::erodeBinary, reference::erodeBinary),
-    without_type("openBinary", CImgproc::openBinary, reference::openBinary),
-    without_type("closeBinary", CImgproc::closeBinary, reference::closeBinary),
-    without_type("dilateGray", CImgproc::dilateGray, reference::dilateGray),
-    without_type("erodeGray", CImgproc::erodeGray, reference::erodeGray),
-    without_type("morphGradient", CImgproc::morphGradient, reference::morphGradient),
-    {"morphologyBinary",
-     [](const U8& src, U8& dst, const Size& size, int type) {
-         CImgproc::morphologyBinary(src, dst, size, static_cast<MORPH_TYPE>(type));
-     },
-     reference::morphologyBinary},
-};
-constexpr int kLast = static_cast<int>(std::size(kOperations)) - 1;  // the one that looks at the type
+const std::vector<Operation> kOperations = operations();
+const int kLast = static_cast<int>(kOperations.size()) - 1;  // the one that looks at the type
 
 void compare(const Operation& operation, const U8& src, const U8& previous, bool in_place, const Size& size,
              int type) {

@@ -8,9 +8,9 @@
 #include "cases.h"
 #include "color.h"
 #include "detectors.h"
+#include "filters.h"
 #include "geometry.h"
 #include "images.h"
-#include "morphology.h"
 #include "thresholds.h"
 #include "turns.h"
 
@@ -161,22 +161,6 @@ void record_adaptive(const Recorder& recorder) {
             });
     }
 }
-
-struct Filter {
-    const char* name;
-    void (*library)(const U8&, U8&, const Size&);
-    void (*plain)(Image<Byte>, Image<Byte>&, reference::Size);
-};
-
-constexpr Filter kFilters[] = {
-    {"dilateBinary", CImgproc::dilateBinary, reference::dilateBinary},
-    {"erodeBinary", CImgproc::erodeBinary, reference::erodeBinary},
-    {"openBinary", CImgproc::openBinary, reference::openBinary},
-    {"closeBinary", CImgproc::closeBinary, reference::closeBinary},
-    {"dilateGray", CImgproc::dilateGray, reference::dilateGray},
-    {"erodeGray", CImgproc::erodeGray, reference::erodeGray},
-    {"morphGradient", CImgproc::morphGradient, reference::morphGradient},
-};
 
 void record_morphology(const Recorder& recorder) {
     Random random(2004);
