@@ -15,6 +15,11 @@ Descriptor::~Descriptor() {
     if (fd_ >= 0) close(fd_);
 }
 
+Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
+    std::swap(fd_, other.fd_);
+    return *this;
+}
+
 int Descriptor::release() {
     return std::exchange(fd_, -1);
 }

@@ -21,6 +21,7 @@ class Descriptor {
     ~Descriptor();
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
+    Descriptor& operator=(Descriptor&& other) noexcept;
 
     int get() const { return fd_; }
     /// Gives the descriptor away.

@@ -1,5 +1,5 @@
-// Finds the command, parses its options and maps what happens to exit codes: 0 done, 2 the run failed,
-// 64 wrong usage. Every failure is one line on standard error.
+// Finds the command, parses its options and maps what happens to exit codes: 0 done, 1 the photograph was refused as
+// the user asked, 2 the run failed, 64 wrong usage. Every failure is one line on standard error.
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -14,11 +14,13 @@
 #include "morph.h"
 #include "prepare.h"
 #include "resize.h"
+#include "unfinished.h"
 #include "util_exception.h"
 #include "warp.h"
 
 namespace {
 
+constexpr int kRefused = 1;
 constexpr int kFailed = 2;
 constexpr int kWrongUsage = 64;
 
@@ -68,6 +70,7 @@ int run(const char* name, const char* description, int argc, char** argv) {
     Options options;
     const std::string& input = options.input.file;  // what a failure without a file of its own is about
     try {
+        docprep::remove_unfinished_on_signals();
         CLI::App app(description, name);
         declare(app, options);
         try {
@@ -79,6 +82,9 @@ int run(const char* name, const char* description, int argc, char** argv) {
         }
         execute(options);
         return 0;
+    } catch (const docprep::Refusal& refusal) {
+        complain(refusal.file().c_str(), refusal.what());
+        return kRefused;
     } catch (const docprep::Failure& failure) {
         return failed(failure.file(), failure.what());
     } catch (const orvex_991::CException& exception) {
@@ -124,7 +130,9 @@ void add_program(CLI::App& app, docprep::PrepareOptions& options) {
 
 int main(int argc, char** argv) {
     open_standard_streams();
-    std::signal(SIGXFSZ, SIG_IGN);  // a file size limit shall be reported as a full disk is
+    // Reported as a full disk is: a file size limit, and a reader that has gone.
+    std::signal(SIGXFSZ, SIG_IGN);
+    std::signal(SIGPIPE, SIG_IGN);
 
     // A command's name comes first; anywhere else, or spelled ./warp, it is a file.
     for (const Command& command : kCommands)

@@ -240,8 +240,9 @@ std::string in_words(const Deskew& deskew) {
 
 }  // namespace
 
-Bytes result_json(const Report& report) {
+Bytes result_json(const Report& report, const std::vector<std::string>& files) {
     Members members;
+    members.add("files", Json::array(files));
     members.add("docprep", DOCPREP_VERSION);
     members.add("input", as_json(report.source));
     members.add("width", report.source.cols);
@@ -254,10 +255,14 @@ Bytes result_json(const Report& report) {
     if (report.page) members.add("page", as_json(*report.page));
     if (report.print) members.add("components", as_json(*report.print));
     if (report.seals) append(members.add("seal"), *report.seals);
-    Json ms = Json::object();
-    for (const Steps::Step& step : report.steps.list()) ms.add(step.name, step.ms);
-    members.add("milliseconds", ms);
     if (report.text_rows) append(members.add("rows"), *report.text_rows);
+    const std::string& text = members.close();
+    return Bytes(text.begin(), text.end());
+}
+
+Bytes timings_json(const Report& report) {
+    Members members;
+    for (const Steps::Step& step : report.steps.list()) members.add(step.name, step.ms);
     const std::string& text = members.close();
     return Bytes(text.begin(), text.end());
 }
