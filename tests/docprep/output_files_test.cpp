@@ -44,7 +44,7 @@ std::string refusal_of_two(const std::string& folder, const std::string& input =
 
 TEST(output_files, the_folder_and_its_parents_are_created) {
     const TemporaryFolder folder;
-    EXPECT_EQ("", refusal_of_two(folder.path("x/y/z/"))));
+    EXPECT_EQ("", refusal_of_two(folder.path("x/y/z/")));
     EXPECT_EQ((Names{"x", "x/y", "x/y/z", "x/y/z/a.txt", "x/y/z/b.txt"}), folder.content());
     EXPECT_EQ("second", text_of(folder.path("x/y/z/b.txt")));
 }
@@ -151,7 +151,7 @@ TEST(output_files, the_input_is_never_replaced) {
     const std::string input = folder.write("b.txt", "the photograph");
     std::filesystem::create_symlink(input, folder.path("link"));
     EXPECT_EQ(input + ": is the input and would be replaced",
-              refusal_of_two(folder.path(""), folder.path("link"));
+              refusal_of_two(folder.path(""), folder.path("link")));
     EXPECT_EQ("the photograph", text_of(input));
     EXPECT_EQ((Names{"b.txt", "link"}), folder.content());
 }
