@@ -299,7 +299,8 @@ TEST(command, saliency_is_that_of_the_library_over_the_whole_gray_photo) {
 
 TEST(command, a_seal_is_reported_and_drawn_where_it_is) {
     const TemporaryFolder folder;
-    const Outcome outcome = docprep_with({write_sealed_page(folder, "page.png"), "-o", folder.path("out")});
+    const Outcome outcome =
+        docprep_with({write_sealed_page(folder, "page.png"), "-o", folder.path("out"), "--pictures", "png"});
     EXPECT_EQ(0, outcome.exit_code) << outcome.err;
     const json seal = result_of(folder)["seal"];
     ASSERT_GE(seal["rects"].size(), 1u);
@@ -310,7 +311,7 @@ TEST(command, a_seal_is_reported_and_drawn_where_it_is) {
     EXPECT_NEAR(100, rect["height"], 4);
     EXPECT_NE(std::string::npos, outcome.out.find("\nseals ")) << outcome.out;
     EXPECT_NE(std::string::npos, outcome.out.find("\nseal pixels ")) << outcome.out;
-    const Image picture = docprep::read_photo(folder.path("out/seal.jpg")).pixels;
+    const Image picture = docprep::read_photo(folder.path("out/seal.png")).pixels;
     const auto pixel = [&](int x, int y) { return picture.data + (y * kPageCols + x) * 3; };
     EXPECT_EQ(200, pixel(kSealX, kSealY)[2]);       // the ink's own red
     EXPECT_EQ(pixel(20, 20)[0], pixel(20, 20)[2]);  // grey paper

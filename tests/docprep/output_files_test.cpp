@@ -174,9 +174,9 @@ TEST(output_files, a_full_disk_leaves_everything_as_it_was) {
 
 TEST(output_files, a_full_disk_leaves_no_new_folder) {
     const TemporaryFolder folder;
-    OutputFiles files(folder.path("x/out"));
-    files.add("large.txt", docprep::Bytes(100000, 'x'));
     {
+        OutputFiles files(folder.path("x/out"));
+        files.add("large.txt", docprep::Bytes(100000, 'x'));
         const FileSizeLimit limit(4096);
         EXPECT_NE("", refusal(files));
     }

@@ -225,7 +225,8 @@ TEST(page_command, a_blank_page_is_not_sharp_enough_for_any_limit) {
     EXPECT_NE(std::string::npos, outcome.out.find("\nsharpness     0, no text\n")) << outcome.out;
     expect_refusal(docprep_with({path, "-o", folder.path("out"), "--min-sharpness", "0.5"}), path,
                    "is blurred: sharpness 0 is below 0.5");
-    EXPECT_NE(std::string::npos, outcome.out.find("\n              no text was found\n")) << outcome.out;
+    EXPECT_NE(std::string::npos, outcome.out.find("\nrows          none: no text was found\n"))
+        << outcome.out;
     expect_refusal(docprep_with({path, "-o", folder.path("out"), "--require-text"}), path,
                    "no text was found");
 }
