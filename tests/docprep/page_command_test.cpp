@@ -168,7 +168,7 @@ TEST(page_command, a_turn_is_clockwise_and_reported_and_pictures_are_turned) {
               result_of(folder)["turn"]);
     EXPECT_NE(std::string::npos, outcome.out.find("\nturned        90 degrees clockwise, 420 x 360\n"))
         << outcome.out;
-    for (const char* name : {"binary.png", "page.png", "rows.png", "saliency.png"}) {
+    for (const char* name : {"binary.png", "page.png", "rows.jpg", "saliency.jpg"}) {
         EXPECT_EQ(kPaperCols, picture_of(folder, name).cols) << name;
         EXPECT_EQ(kPaperRows, picture_of(folder, name).rows) << name;
     }
@@ -194,7 +194,7 @@ TEST(page_command, a_photo_below_the_wanted_sharpness_is_refused_and_nothing_wri
 
     const std::string above = std::to_string(sharpness + 1);
     const Outcome refused = docprep_with({path, "-o", folder.path("out"), "--min-sharpness", above});
-    EXPECT_EQ(2, refused.exit_code);
+    EXPECT_EQ(1, refused.exit_code);
     EXPECT_EQ("", refused.out);
     EXPECT_EQ(0u, refused.err.find("docprep: " + path + ": is blurred: sharpness ")) << refused.err;
     EXPECT_NE(std::string::npos, refused.err.find(" is below ")) << refused.err;
@@ -211,7 +211,7 @@ TEST(page_command, a_wanted_sharpness_is_measured_whatever_the_stages) {
     const Names arguments = {path, "-o", folder.path("out"), "--stages", "seal", "--min-sharpness"};
     Names much = arguments;
     much.push_back("1e6");
-    EXPECT_EQ(2, docprep_with(much).exit_code);
+    EXPECT_EQ(1, docprep_with(much).exit_code);
     Names little = arguments;
     little.push_back("1");
     EXPECT_EQ(0, docprep_with(little).exit_code);
@@ -223,8 +223,12 @@ TEST(page_command, a_blank_page_is_not_sharp_enough_for_any_limit) {
     const std::string path = write_gray(folder, 50, 60, [](int, int, int) { return 230; });
     const Outcome outcome = docprep_with({path, "-o", folder.path("out")});
     EXPECT_NE(std::string::npos, outcome.out.find("\nsharpness     0, no text\n")) << outcome.out;
-    expect_failure(docprep_with({path, "-o", folder.path("out"), "--min-sharpness", "0.5"}), path,
+    expect_refusal(docprep_with({path, "-o", folder.path("out"), "--min-sharpness", "0.5"}), path,
                    "is blurred: sharpness 0 is below 0.5");
+    EXPECT_NE(std::string::npos, outcome.out.find("\nrows          none: no text was found\n"))
+        << outcome.out;
+    expect_refusal(docprep_with({path, "-o", folder.path("out"), "--require-text"}), path,
+                   "no text was found");
 }
 
 // ---- Binarisation ----
@@ -295,7 +299,7 @@ TEST(page_command, a_deskewed_page_holds_the_whole_photo_on_white) {
     EXPECT_EQ(255, page.data[last]);
     // 52 squares of 12 x 15.
     EXPECT_NEAR(52 * 12 * 15, static_cast<double>(std::count(page.data, page.data + last, 0)), 1200);
-    EXPECT_EQ(page.cols, picture_of(folder, "rows.png").cols);
+    EXPECT_EQ(page.cols, picture_of(folder, "rows.jpg").cols);
 }
 
 TEST(page_command, what_the_border_cuts_stays_out_of_the_rows_of_a_deskewed_page) {
@@ -376,7 +380,7 @@ TEST(page_command, the_page_states_its_resolution) {
     int per_metre = 0;
     for (size_t k = 4; k < 8; ++k) per_metre = per_metre * 256 + static_cast<unsigned char>(png[chunk + k]);
     EXPECT_NEAR(result_of(folder)["page"]["dots_per_inch"].get<double>(), per_metre * 0.0254, 0.5);
-    EXPECT_EQ(std::string::npos, text_of(folder.path("out/rows.png")).find("pHYs"));
+    EXPECT_EQ(std::string::npos, text_of(folder.path("out/binary.png")).find("pHYs"));
 }
 
 // ---- Usage ----

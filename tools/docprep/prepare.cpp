@@ -182,7 +182,7 @@ void write_page(const PrepareOptions& options, const PageOnly& only, PictureForm
                 std::vector<std::string>& paths) {
     Bytes content;
     report.steps.run("encode",
-                     [&] { content = encode_picture(only.page, format, only.resolution, options.output); });
+                     [&] { content = encode_picture(only.page, format, options.output, only.resolution); });
     if (options.output == "-") {
         write_to_standard_output(content);
         return;

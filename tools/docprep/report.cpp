@@ -272,7 +272,10 @@ Summary summary(const Report& report, const std::vector<std::string>& paths) {
         table.count("components", report.print->components.size);
         table.count("of them text", report.print->text.kept.size());
     }
-    if (report.text_rows) table.count("rows", static_cast<int64_t>(report.text_rows->size()));
+    if (report.text_rows && report.text_rows->empty())
+        table.line("rows", "none: no text was found");
+    else if (report.text_rows)
+        table.count("rows", static_cast<int64_t>(report.text_rows->size()));
     if (report.seals && report.seals->found()) {
         table.count("seals", static_cast<int64_t>(report.seals->seals.size()));
         table.count("seal pixels", report.seals->pixels);
