@@ -19,6 +19,12 @@ class Failure : public std::runtime_error {
     std::string file_;
 };
 
+/// A photograph that is not what was asked for, although nothing is wrong with its file.
+class Refusal : public Failure {
+ public:
+    using Failure::Failure;
+};
+
 /// The system's words for an errno value.
 std::string system_reason(int error_number);
 

@@ -57,7 +57,7 @@ void require_sharpness(const std::string& file, const Sharpness& sharpness, floa
     char text[80];
     std::snprintf(text, sizeof text, "is blurred: sharpness %.6g is below %.6g",
                   static_cast<double>(sharpness.value), static_cast<double>(least));
-    throw Failure(file, text);
+    throw Refusal(file, text);
 }
 
 }  // namespace docprep
