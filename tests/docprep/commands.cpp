@@ -33,8 +33,9 @@ void expect_same_pixels(const docprep::Image& expected, const docprep::Image& fo
                       << int{*differs};
 }
 
-void expect_failure(const Outcome& outcome, const std::string& file, const std::string& reason) {
-    EXPECT_EQ(2, outcome.exit_code);
+void expect_failure(const Outcome& outcome, const std::string& file, const std::string& reason,
+                    int exit_code) {
+    EXPECT_EQ(exit_code, outcome.exit_code);
     EXPECT_EQ("", outcome.out);
     EXPECT_EQ("docprep: " + file + ": " + reason + "\n", outcome.err);
 }
