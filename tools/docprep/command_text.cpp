@@ -28,7 +28,7 @@ OptionText option_text(CLI::Option& option) {
     for (const std::string& name : option.get_lnames()) text.names.push_back("--" + name);
     text.description = option.get_description();
     text.required = option.get_required();
-    if (option.get_type_size() == 0) return text;
+    if (option.get_items_expected_max() == 0) return text;  // a flag
     text.value = option.get_type_name();
     text.choices = choices_of(option);
     return text;

@@ -1,5 +1,5 @@
-// Finds the command, parses its options and maps what happens to exit codes. Every failure is one line on standard
-// error.
+// Finds the command, parses its options and maps what happens to exit codes.
+// Every failure is one line on standard error.
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -72,15 +72,13 @@ void open_standard_streams() {
     if (fd > STDERR_FILENO) close(fd);
 }
 
-/// What a failure without a file of its own is about.
-const std::string& subject(const docprep::PrepareOptions& options) {
-    return options.input.file;
-}
-const std::string& subject(const docprep::PictureOptions& options) {
+/// What a failure without a file of its own is about: the input, where there is one.
+template <class Options>
+auto subject(const Options& options, int) -> decltype((options.input.file)) {
     return options.input.file;
 }
 template <class Options>
-const std::string& subject(const Options&) {
+const std::string& subject(const Options&, long) {
     static const std::string nothing;
     return nothing;
 }
@@ -95,7 +93,7 @@ void add_version(CLI::App& app) {
 template <class Options, void (*declare)(CLI::App&, Options&), void (*execute)(const Options&)>
 int run(const char* name, const char* description, int argc, char** argv) {
     Options options;
-    const std::string& input = subject(options);
+    const std::string& input = subject(options, 0);
     try {
         CLI::App app(description, name);
         declare(app, options);

@@ -28,8 +28,8 @@ CLI::Option* add_number(CLI::App& app, const std::string& name, std::optional<fl
 CLI::Option* add_positive(CLI::App& app, const std::string& name, std::optional<float>& value,
                           const std::string& description);
 
-/// The parts of `text` between separators, without spaces round them: one more than there are separators,
-/// some perhaps empty.
+/// The parts of `text` between separators, some perhaps empty, without spaces round them. There is one more
+/// than there are separators.
 std::vector<std::string> split(const std::string& text, char separator);
 
 /// The position of `text` among the names; "binarize" is "binarise".
