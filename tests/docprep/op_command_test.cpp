@@ -575,6 +575,16 @@ TEST(op_command, what_the_library_refuses_is_one_line_and_leaves_nothing) {
     }
 }
 
+TEST(op_command, a_failed_check_of_the_library_can_be_shown) {
+    const Pictures pictures;
+    Names arguments = {"op", "dilateGray", pictures.colour_file(), pictures.output(), "--size", "9999x1"};
+    expect_failure(docprep_with(arguments), pictures.colour_file(),
+                   "library error 1 (an input check failed; --verbose shows which)");
+    arguments.push_back("--verbose");
+    const Outcome outcome = docprep_with(arguments);
+    EXPECT_NE(std::string::npos, outcome.err.find("src.cols >= size.width")) << outcome.err;
+}
+
 TEST(op_command, numbers_that_standard_output_does_not_take_are_a_failure) {
     const Outcome outcome =
         docprep_after("", {"op", "calcLineDegree", "--p1", "0,0", "--p2", "1,1"}, ">/dev/full");

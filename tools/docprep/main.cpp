@@ -50,7 +50,7 @@ int failed(const std::string& file, const orvex_991::CException& exception) {
         if (!exception.message.empty()) return exception.message.c_str();
         switch (exception.code) {
             case 1:
-                return "an input check failed";
+                return "an input check failed; --verbose shows which";
             case 2:
                 return "an operation failed";
             case 3:
