@@ -26,6 +26,7 @@ need_packages() {
 build_packages="g++ cmake ninja-build pkg-config"
 docprep_packages="libjpeg62-turbo-dev libpng-dev zlib1g-dev libexif-dev libcli11-dev nlohmann-json3-dev"
 sample_packages="python3-numpy python3-pil fontconfig fonts-dejavu-core fonts-liberation2 fonts-urw-base35"
-test_packages="libgtest-dev binutils valgrind $sample_packages"
+shell_packages="bash zsh fish mandoc"  # what docprep prints for shells and for man is tried in them
+test_packages="libgtest-dev binutils valgrind $shell_packages $sample_packages"
 aarch64_packages="g++-aarch64-linux-gnu qemu-user googletest"
 bench_packages="libbenchmark-dev libyuv-dev libleptonica-dev libvips-dev libcgal-dev"

@@ -702,6 +702,46 @@ TEST(command, an_unknown_stage_is_refused_with_the_names_of_all) {
         "--stages: 'sea' is not one of sharpness, binarise, page, components, rows, seal, saliency (");
 }
 
+TEST(command, a_list_of_stages_may_have_spaces_and_either_spelling) {
+    const TemporaryFolder folder;
+    const std::string page = write_page(folder, "page.jpg");
+    const Outcome outcome =
+        docprep_with({page, "-o", folder.path("out"), "--stages", " binarize , page", "--binarise", "otsu"});
+    EXPECT_EQ(0, outcome.exit_code) << outcome.err;
+    EXPECT_EQ(
+        (Names{"out", "out/binary.png", "out/library.log", "out/page.png", "out/result.json", "page.jpg"}),
+        folder.content());
+}
+
+TEST(command, a_file_that_begins_with_a_dash_is_explained) {
+    const TemporaryFolder folder;
+    const std::string there = "cd '" + folder.path("") + "';";
+    const std::string words =
+        "docprep: '-dash.png' begins with a dash and is taken for an option; a file of that name is "
+        "'./-dash.png', or stands after '--'\n";
+    const Names direct = {"-dash.png", "-o", "out"};
+    EXPECT_EQ(words, docprep_after(there, direct).err);  // there is no such file
+    write_page(folder, "-dash.png");
+    for (const Names& arguments :
+         std::vector<Names>{direct, {"op", "otsu", "-dash.png"}, {"resize", "-dash.png", "-o", "out.png"}}) {
+        const Outcome outcome = docprep_after(there, arguments);
+        EXPECT_EQ(64, outcome.exit_code);
+        EXPECT_EQ(words, outcome.err);
+    }
+    for (const Names& arguments :
+         std::vector<Names>{{"./-dash.png", "-o", "out"}, {"-o", "out", "--", "-dash.png"}})
+        EXPECT_EQ(0, docprep_after(there, arguments).exit_code);
+}
+
+TEST(command, a_mistyped_option_is_met_with_the_one_that_was_meant) {
+    expect_wrong_usage(
+        {"page.jpg", "-o", "out", "--stagse", "rows"},
+        "'--stagse' is not an option; did you mean '--stages'? (docprep --help shows the usage)");
+    expect_wrong_usage({"page.jpg", "--ouput=out"}, "'--ouput' is not an option; did you mean '--output'?");
+    expect_wrong_usage({"resize", "p.png", "-o", "out.png", "--fctor", "2"},
+                       "did you mean '--factor'? (docprep resize --help shows the usage)");
+}
+
 TEST(command, a_photo_named_like_a_command_is_read_by_its_path) {
     const TemporaryFolder folder;
     write_page(folder, "warp");
@@ -722,6 +762,13 @@ TEST(command, help_and_version_succeed) {
         EXPECT_NE(std::string::npos, help.out.find(option)) << help.out;
     const Outcome version = docprep_with({"--version"});
     EXPECT_EQ(0, version.exit_code);
+    for (const Names& arguments : std::vector<Names>{{"-V"},
+                                                     {"warp", "-V"},
+                                                     {"op", "--version"},
+                                                     {"op", "otsu", "-V"},
+                                                     {"list", "-V"},
+                                                     {"man", "-V"}})
+        EXPECT_EQ(version.out, docprep_with(arguments).out) << arguments[0];
     EXPECT_EQ(0u, version.out.find("docprep ")) << version.out;
     EXPECT_EQ(2, std::count(version.out.begin(), version.out.end(), '.')) << version.out;
     expect_one_line(version.out);

@@ -33,22 +33,11 @@ void expect_same_pixels(const docprep::Image& expected, const docprep::Image& fo
                       << int{*differs};
 }
 
-namespace {
-
-void expect_end(int exit_code, const Outcome& outcome, const std::string& file, const std::string& reason) {
+void expect_failure(const Outcome& outcome, const std::string& file, const std::string& reason,
+                    int exit_code) {
     EXPECT_EQ(exit_code, outcome.exit_code);
     EXPECT_EQ("", outcome.out);
     EXPECT_EQ("docprep: " + file + ": " + reason + "\n", outcome.err);
-}
-
-}  // namespace
-
-void expect_failure(const Outcome& outcome, const std::string& file, const std::string& reason) {
-    expect_end(2, outcome, file, reason);
-}
-
-void expect_refusal(const Outcome& outcome, const std::string& file, const std::string& reason) {
-    expect_end(1, outcome, file, reason);
 }
 
 void expect_wrong_usage(const Names& arguments, const std::string& words) {

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "exit_codes.h"
 #include "photo.h"
 #include "test_files.h"
 
@@ -17,11 +18,9 @@ Outcome docprep_with(Names arguments);
 Outcome docprep_after(const std::string& setting, const Names& arguments,
                       const std::string& redirection = "");
 
-/// Expects exit code 2, exactly the line "docprep: FILE: reason", and nothing else.
-void expect_failure(const Outcome& outcome, const std::string& file, const std::string& reason);
-
-/// As expect_failure, with exit code 1.
-void expect_refusal(const Outcome& outcome, const std::string& file, const std::string& reason);
+/// Expects an exit code, exactly the line "docprep: FILE: reason", and nothing else.
+void expect_failure(const Outcome& outcome, const std::string& file, const std::string& reason,
+                    int exit_code = docprep::kFailed);
 
 /// Expects exit code 64, one line "docprep: ..." with `words` in it, and nothing else.
 void expect_wrong_usage(const Names& arguments, const std::string& words = "");

@@ -194,7 +194,7 @@ TEST(page_command, a_photo_below_the_wanted_sharpness_is_refused_and_nothing_wri
 
     const std::string above = std::to_string(sharpness + 1);
     const Outcome refused = docprep_with({path, "-o", folder.path("out"), "--min-sharpness", above});
-    EXPECT_EQ(1, refused.exit_code);
+    EXPECT_EQ(docprep::kRefused, refused.exit_code);
     EXPECT_EQ("", refused.out);
     EXPECT_EQ(0u, refused.err.find("docprep: " + path + ": is blurred: sharpness ")) << refused.err;
     EXPECT_NE(std::string::npos, refused.err.find(" is below ")) << refused.err;
@@ -211,7 +211,7 @@ TEST(page_command, a_wanted_sharpness_is_measured_whatever_the_stages) {
     const Names arguments = {path, "-o", folder.path("out"), "--stages", "seal", "--min-sharpness"};
     Names much = arguments;
     much.push_back("1e6");
-    EXPECT_EQ(1, docprep_with(much).exit_code);
+    EXPECT_EQ(docprep::kRefused, docprep_with(much).exit_code);
     Names little = arguments;
     little.push_back("1");
     EXPECT_EQ(0, docprep_with(little).exit_code);
@@ -223,12 +223,12 @@ TEST(page_command, a_blank_page_is_not_sharp_enough_for_any_limit) {
     const std::string path = write_gray(folder, 50, 60, [](int, int, int) { return 230; });
     const Outcome outcome = docprep_with({path, "-o", folder.path("out")});
     EXPECT_NE(std::string::npos, outcome.out.find("\nsharpness     0, no text\n")) << outcome.out;
-    expect_refusal(docprep_with({path, "-o", folder.path("out"), "--min-sharpness", "0.5"}), path,
-                   "is blurred: sharpness 0 is below 0.5");
+    expect_failure(docprep_with({path, "-o", folder.path("out"), "--min-sharpness", "0.5"}), path,
+                   "is blurred: sharpness 0 is below 0.5", docprep::kRefused);
     EXPECT_NE(std::string::npos, outcome.out.find("\nrows          none: no text was found\n"))
         << outcome.out;
-    expect_refusal(docprep_with({path, "-o", folder.path("out"), "--require-text"}), path,
-                   "no text was found");
+    expect_failure(docprep_with({path, "-o", folder.path("out"), "--require-text"}), path,
+                   "no text was found", docprep::kRefused);
 }
 
 // ---- Binarisation ----

@@ -19,7 +19,7 @@ class Failure : public std::runtime_error {
     std::string file_;
 };
 
-/// A photograph that the user does not want prepared: nothing is wrong with its file.
+/// A photograph that is not what was asked for, although nothing is wrong with its file.
 class Refusal : public Failure {
  public:
     using Failure::Failure;

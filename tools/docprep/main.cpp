@@ -1,5 +1,5 @@
-// Finds the command, parses its options and maps what happens to exit codes: 0 done, 1 the photograph was refused as
-// the user asked, 2 the run failed, 64 wrong usage. Every failure is one line on standard error.
+// Finds the command, parses its options and maps what happens to exit codes.
+// Every failure is one line on standard error.
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -10,19 +10,28 @@
 #include <new>
 #include <string>
 
+#include "completion.h"
+#include "exit_codes.h"
 #include "failure.h"
+#include "help.h"
+#include "list.h"
+#include "man_page.h"
 #include "morph.h"
+#include "op_command.h"
 #include "prepare.h"
 #include "resize.h"
+#include "standard_output.h"
 #include "unfinished.h"
+#include "usage_error.h"
 #include "util_exception.h"
 #include "warp.h"
 
 namespace {
 
-constexpr int kRefused = 1;
-constexpr int kFailed = 2;
-constexpr int kWrongUsage = 64;
+using docprep::kDone;
+using docprep::kFailed;
+using docprep::kRefused;
+using docprep::kWrongUsage;
 
 /// Prints the one line. Memory may have run out, so nothing is allocated.
 void complain(const char* about, const char* reason) {
@@ -42,7 +51,7 @@ int failed(const std::string& file, const orvex_991::CException& exception) {
         if (!exception.message.empty()) return exception.message.c_str();
         switch (exception.code) {
             case 1:
-                return "an input check failed";
+                return "an input check failed; --verbose shows which";
             case 2:
                 return "an operation failed";
             case 3:
@@ -64,26 +73,44 @@ void open_standard_streams() {
     if (fd > STDERR_FILENO) close(fd);
 }
 
+/// What a failure without a file of its own is about: the input, where there is one.
+template <class Options>
+auto subject(const Options& options, int) -> decltype((options.input.file)) {
+    return options.input.file;
+}
+template <class Options>
+const std::string& subject(const Options&, long) {
+    static const std::string nothing;
+    return nothing;
+}
+
+/// Every command and those below it say which version they are of.
+void add_version(CLI::App& app) {
+    app.set_version_flag("-V,--version", "docprep " DOCPREP_VERSION, "Print the version and exit");
+    for (CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) add_version(*command);
+}
+
 /// Parses the arguments after the command's name, which argv[0] stands for, and runs the command.
 template <class Options, void (*declare)(CLI::App&, Options&), void (*execute)(const Options&)>
 int run(const char* name, const char* description, int argc, char** argv) {
     Options options;
-    const std::string& input = options.input.file;  // what a failure without a file of its own is about
+    const std::string& input = subject(options, 0);
     try {
         docprep::remove_unfinished_on_signals();
         CLI::App app(description, name);
         declare(app, options);
+        add_version(app);
         try {
             app.parse(argc, argv);
+            execute(options);
         } catch (const CLI::ParseError& error) {
             if (error.get_exit_code() == 0) return app.exit(error);  // --help, --version
-            complain("", (std::string(error.what()) + " (" + name + " --help shows the usage)").c_str());
+            complain("", docprep::explained(app, error, argc, argv).c_str());
             return kWrongUsage;
         }
-        execute(options);
-        return 0;
+        return kDone;
     } catch (const docprep::Refusal& refusal) {
-        complain(refusal.file().c_str(), refusal.what());
+        failed(refusal.file(), refusal.what());
         return kRefused;
     } catch (const docprep::Failure& failure) {
         return failed(failure.file(), failure.what());
@@ -96,34 +123,87 @@ int run(const char* name, const char* description, int argc, char** argv) {
     }
 }
 
+/// Reads what run() would parse.
+template <class Options, void (*declare)(CLI::App&, Options&)>
+docprep::CommandText text(const char* name, const char* program, const char* description) {
+    Options options;
+    CLI::App app(description, program);
+    declare(app, options);
+    add_version(app);
+    return docprep::command_text(app, name);
+}
+
 struct Command {
     const char* name;
     const char* program;  ///< as the user calls it
     const char* description;
-    int (*run)(const char* name, const char* description, int argc, char** argv);
+    int (*run)(const char* program, const char* description, int argc, char** argv);
+    docprep::CommandText (*text)(const char* name, const char* program, const char* description);
 };
 
+template <class Options, void (*declare)(CLI::App&, Options&), void (*execute)(const Options&)>
+constexpr Command command(const char* name, const char* program, const char* description) {
+    return {name, program, description, run<Options, declare, execute>, text<Options, declare>};
+}
+
+/// The command without a name, with the others below it.
+docprep::CommandText whole_text();
+
+struct NoOptions {};
+
+void add_nothing(CLI::App&, NoOptions&) {}
+
+void man(const NoOptions&) {
+    docprep::print(docprep::man_page(whole_text()));
+}
+
+void help(const docprep::HelpOptions& options) {
+    docprep::help(options, whole_text());
+}
+
+void completion(const docprep::CompletionOptions& options) {
+    docprep::print(docprep::completion(options.shell, whole_text()));
+}
+
 constexpr Command kCommands[] = {
-    {"warp", "docprep warp", "Turns a picture, or maps it by a matrix",
-     run<docprep::WarpOptions, docprep::add_warp, docprep::warp>},
-    {"resize", "docprep resize", "Makes a picture larger or smaller",
-     run<docprep::ResizeOptions, docprep::add_resize, docprep::resize>},
-    {"morph", "docprep morph",
-     "Dilates, erodes, opens or closes what is dark in a picture, or white in a black and white one",
-     run<docprep::MorphOptions, docprep::add_morph, docprep::morph>},
+    command<docprep::WarpOptions, docprep::add_warp, docprep::warp>(
+        "warp", "docprep warp", "Turns a picture, or maps it by a matrix"),
+    command<docprep::ResizeOptions, docprep::add_resize, docprep::resize>(
+        "resize", "docprep resize", "Makes a picture larger or smaller"),
+    command<docprep::MorphOptions, docprep::add_morph, docprep::morph>(
+        "morph", "docprep morph",
+        "Dilates, erodes, opens or closes what is dark in a picture, or white in a black and white one"),
+    command<docprep::OperationOptions, docprep::add_operations, docprep::run_operation>(
+        "op", "docprep op", "Runs one operation of the library on a picture as it is"),
+    command<docprep::ListOptions, docprep::add_list, docprep::list>("list", "docprep list",
+                                                                    "Lists the operations of docprep op"),
+    command<docprep::HelpOptions, docprep::add_help, help>(
+        "help", "docprep help", "Tells about a command, an operation, an option or a topic"),
+    command<NoOptions, add_nothing, man>("man", "docprep man", "Prints the manual page"),
+    command<docprep::CompletionOptions, docprep::add_completion, completion>(
+        "completion", "docprep completion", "Prints a shell's completion script"),
 };
+
+constexpr const char* kProgram = "docprep";
+constexpr const char* kDescription = "Prepares photographed documents for text recognition";
 
 /// The command without a name, as the program.
 void add_program(CLI::App& app, docprep::PrepareOptions& options) {
     docprep::add_prepare(app, options);
-    app.set_version_flag("--version", "docprep " DOCPREP_VERSION);
-    std::string commands = "Commands for one operation on one picture (docprep COMMAND --help shows more):";
+    std::string commands = "Commands (docprep COMMAND --help shows more):";
     for (const Command& command : kCommands) {
         std::string name = command.name;
-        name.resize(8, ' ');
+        name.resize(12, ' ');
         commands += "\n  " + name + command.description;
     }
     app.footer(commands);
+}
+
+docprep::CommandText whole_text() {
+    docprep::CommandText whole = text<docprep::PrepareOptions, add_program>("", kProgram, kDescription);
+    for (const Command& command : kCommands)
+        whole.commands.push_back(command.text(command.name, command.program, command.description));
+    return whole;
 }
 
 }  // namespace
@@ -138,6 +218,5 @@ int main(int argc, char** argv) {
     for (const Command& command : kCommands)
         if (argc >= 2 && std::strcmp(argv[1], command.name) == 0)
             return command.run(command.program, command.description, argc - 1, argv + 1);
-    return run<docprep::PrepareOptions, add_program, docprep::prepare>(
-        "docprep", "Prepares photographed documents for text recognition", argc, argv);
+    return run<docprep::PrepareOptions, add_program, docprep::prepare>(kProgram, kDescription, argc, argv);
 }

@@ -22,15 +22,6 @@ std::vector<std::string> operation_names() {
 static_assert(orvex_cv_991::MORPH_DILATE == 0 && orvex_cv_991::MORPH_ERODE == 1);
 static_assert(orvex_cv_991::MORPH_OPEN == 2 && orvex_cv_991::MORPH_CLOSE == 3);
 
-/// The picture's first channel.
-Image first_channel(const Image& picture) {
-    Image first;
-    first.mat_create(picture.rows, picture.cols, 1, 0);
-    const ptrdiff_t n = static_cast<ptrdiff_t>(picture.rows) * picture.cols;
-    for (ptrdiff_t i = 0; i < n; ++i) first.data[i] = picture.data[i * picture.channels];
-    return first;
-}
-
 Image binary_of(const Image& picture, Steps& steps, Summary& summary) {
     // Not by way of grey, where white is 253.
     if (is_black_and_white(picture)) {
@@ -60,6 +51,14 @@ bool is_black_and_white(const Image& picture) {
             if (pixel[k] != pixel[0]) return false;
     }
     return true;
+}
+
+Image first_channel(const Image& picture) {
+    Image first;
+    first.mat_create(picture.rows, picture.cols, 1, 0);
+    const ptrdiff_t n = static_cast<ptrdiff_t>(picture.rows) * picture.cols;
+    for (ptrdiff_t i = 0; i < n; ++i) first.data[i] = picture.data[i * picture.channels];
+    return first;
 }
 
 void add_morph(CLI::App& app, MorphOptions& options) {

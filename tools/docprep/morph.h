@@ -17,6 +17,9 @@ struct MorphOptions : PictureOptions {
 /// Whether every pixel of a picture (1 or 3 channels) is black or white.
 bool is_black_and_white(const Image& picture);
 
+/// The picture's first channel.
+Image first_channel(const Image& picture);
+
 /// Declares the command's options; parsing fills `options`, which must live as long as `app`.
 void add_morph(CLI::App& app, MorphOptions& options);
 

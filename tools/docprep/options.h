@@ -28,11 +28,12 @@ CLI::Option* add_number(CLI::App& app, const std::string& name, std::optional<fl
 CLI::Option* add_positive(CLI::App& app, const std::string& name, std::optional<float>& value,
                           const std::string& description);
 
-/// The parts of `text` between separators: one more than there are separators, some perhaps empty.
+/// The parts of `text` between separators, some perhaps empty, without spaces round them. There is one more
+/// than there are separators.
 std::vector<std::string> split(const std::string& text, char separator);
 
-/// The position of `text` among the names.
-/// @throws CLI::ValidationError for the option, with all names, when it is none of them
+/// The position of `text` among the names; "binarize" is "binarise".
+/// @throws UnknownName for the option when it is none of them
 size_t position_of(const std::string& option, const std::string& text, const std::vector<std::string>& names);
 
 /// The names with commas between them.

@@ -58,6 +58,18 @@ Target target_of(const fs::path& path, bool removal, const std::string& input) {
     return {followed(path)};
 }
 
+/// Writes all bytes to what is open, however long its reader takes.
+/// @param name  for messages
+void write_all(int fd, const Bytes& content, const std::string& name) {
+    size_t done = 0;
+    while (done < content.size()) {
+        const ssize_t n = write(fd, content.data() + done, content.size() - done);
+        if (n < 0 && errno == EINTR) continue;
+        if (n < 0) throw Failure(name, system_reason(errno));
+        done += static_cast<size_t>(n);
+    }
+}
+
 /// A file under a temporary name, removed unless renamed. It is locked as long as it is ours: the lock ends with the
 /// program, however that ends.
 class TemporaryFile {
@@ -157,16 +169,6 @@ void remove_if_there(const fs::path& path) {
 }
 
 }  // namespace
-
-void write_all(int fd, const Bytes& content, const std::string& name) {
-    size_t done = 0;
-    while (done < content.size()) {
-        const ssize_t n = write(fd, content.data() + done, content.size() - done);
-        if (n < 0 && errno == EINTR) continue;
-        if (n < 0) throw Failure(name, system_reason(errno));
-        done += static_cast<size_t>(n);
-    }
-}
 
 OutputFiles::OutputFiles(std::string folder) : folder_(std::move(folder)) {}
 

@@ -65,11 +65,6 @@ class OutputFiles {
     Descriptor lock_{-1};
 };
 
-/// Writes all bytes to what is open, however long its reader takes.
-/// @param name for messages
-/// @throws Failure
-void write_all(int fd, const Bytes& content, const std::string& name);
-
 }  // namespace docprep
 
 #endif  // DOCPREP_OUTPUT_FILES_H

@@ -13,16 +13,20 @@ namespace docprep {
 
 namespace fs = std::filesystem;
 
-void add_picture_options(CLI::App& app, PictureOptions& options) {
+void add_verbose(CLI::App& app, bool& verbose) {
+    app.add_flag("--verbose", verbose, "Show the library's diagnostic lines on standard error");
+}
+
+void add_picture_options(CLI::App& app, PictureOptions& options, const std::string& output) {
     add_input(app, options.input);
     const auto names_a_file = [](const std::string& path) {
         return fs::path(path).has_filename() ? "" : "'" + path + "' does not name a file";
     };
-    app.add_option("-o,--output", options.output, "PNG file for the result; its folder is created if missing")
+    app.add_option(output, options.output, "PNG file for the result; its folder is created if missing")
         ->required()
         ->check(names_a_file)
         ->type_name("FILE");
-    app.add_flag("--verbose", options.verbose, "Show the library's diagnostic lines on standard error");
+    add_verbose(app, options.verbose);
 }
 
 void require_output_size(const PictureOptions& options, double cols, double rows) {

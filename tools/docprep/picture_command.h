@@ -21,8 +21,12 @@ struct PictureOptions {
     bool verbose = false;  ///< the library's lines go to standard error; otherwise they are dropped
 };
 
+/// Declares the option that shows the library's lines.
+void add_verbose(CLI::App& app, bool& verbose);
+
 /// Declares these options; parsing fills `options`, which must live as long as `app`.
-void add_picture_options(CLI::App& app, PictureOptions& options);
+/// @param output  the names of the output's option
+void add_picture_options(CLI::App& app, PictureOptions& options, const std::string& output = "-o,--output");
 
 /// Refuses an output of a size that no picture may have. The extents may be beyond int.
 /// @throws Failure for no pixels or more than kMostPixels

@@ -1,10 +1,6 @@
 #include "prepare.h"
 
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
-#include <cerrno>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <utility>
@@ -15,6 +11,7 @@
 #include "output_files.h"
 #include "picture_encoders.h"
 #include "report.h"
+#include "standard_output.h"
 
 namespace docprep {
 
@@ -172,19 +169,13 @@ std::optional<PictureFormat> page_format(const std::string& output) {
     return std::nullopt;
 }
 
-/// To standard output, which a summary must not follow then.
-void write_to_standard_output(const Bytes& content) {
-    std::fflush(stdout);
-    write_all(STDOUT_FILENO, content, "standard output");
-}
-
 void write_page(const PrepareOptions& options, const PageOnly& only, PictureFormat format, Report& report,
                 std::vector<std::string>& paths) {
     Bytes content;
     report.steps.run("encode",
                      [&] { content = encode_picture(only.page, format, options.output, only.resolution); });
     if (options.output == "-") {
-        write_to_standard_output(content);
+        print(content);
         return;
     }
     const fs::path path(options.output);
@@ -341,7 +332,7 @@ void prepare(const PrepareOptions& options) {
     if (options.json) {
         std::vector<std::string> names;
         for (const std::string& path : prepared.paths) names.push_back(fs::path(path).filename().string());
-        write_to_standard_output(result_json(prepared.report, names));
+        print(result_json(prepared.report, names));
     } else if (!options.quiet && options.output != "-") {
         summary(prepared.report, prepared.paths).print();
     }

@@ -6,6 +6,26 @@ std::vector<std::string> stage_names() {
     return {"sharpness", "binarise", "page", "components", "rows", "seal", "saliency"};
 }
 
+std::string stage_meaning(Stage stage) {
+    switch (stage) {
+        case Stage::kSharpness:
+            return "whether the photograph is in focus";
+        case Stage::kBinarise:
+            return "its dark print as white on black, binary.png";
+        case Stage::kPage:
+            return "the page made level and evenly lit, page.png";
+        case Stage::kComponents:
+            return "the page's connected components, and which of them are text";
+        case Stage::kRows:
+            return "its rows of text, rows.png";
+        case Stage::kSeal:
+            return "the photograph's red seals, seal.png";
+        case Stage::kSaliency:
+            return "how its gray levels stand out, saliency.png";
+    }
+    return "";
+}
+
 Stages Stages::all() {
     Stages stages;
     for (const Stage stage : {Stage::kSharpness, Stage::kBinarise, Stage::kPage, Stage::kComponents,

@@ -20,6 +20,9 @@ enum class Stage {
 /// The names of the stages, by their values.
 std::vector<std::string> stage_names();
 
+/// What a stage is, for people.
+std::string stage_meaning(Stage stage);
+
 /// A choice of stages; none at first.
 class Stages {
  public:

@@ -1,10 +1,10 @@
 #include "summary.h"
 
-#include <cerrno>
 #include <cinttypes>
 #include <cstdio>
 
 #include "failure.h"
+#include "standard_output.h"
 
 namespace docprep {
 
@@ -60,8 +60,7 @@ void Summary::written(const std::vector<std::string>& paths) {
 }
 
 void Summary::print() const {
-    const bool written = std::fwrite(text_.data(), 1, text_.size(), stdout) == text_.size();
-    if (!written || std::fflush(stdout) != 0) throw Failure("standard output", system_reason(errno));
+    docprep::print(text_);
 }
 
 }  // namespace docprep

@@ -1,0 +1,53 @@
+#include "topics.h"
+
+#include <utility>
+
+#include "exit_codes.h"
+#include "stages.h"
+
+namespace docprep {
+
+namespace {
+
+Topic formats() {
+    return {
+        "formats",
+        "Files that docprep reads and writes",
+        {"A picture is told by its first bytes, not by its name. Every picture that is written is a PNG."},
+        {{"JPEG", "gray, in colour or CMYK; turned upright by its EXIF orientation"},
+         {"PNG", "of any kind; turned upright by its eXIf chunk"},
+         {"NV21",
+          "with --nv21 WxH: a raw camera frame, a luma plane and then rows of V, U pairs; compressed when "
+          "the name ends in .nv21.gz"}}};
+}
+
+Topic exit_codes() {
+    Topic topic = {"exit-codes",
+                   "Exit status",
+                   {"Every failure is one line on standard error, and leaves no half-written file."},
+                   {}};
+    for (const ExitCode& code : kExitCodes)
+        topic.entries.emplace_back(std::to_string(code.code), code.meaning);
+    return topic;
+}
+
+Topic stages() {
+    Topic topic = {
+        "stages",
+        "Stages",
+        {"What docprep FILE -o FOLDER computes, and what --stages chooses from. A stage that another "
+         "one builds on is computed as well, but only chosen ones leave their picture."},
+        {}};
+    const std::vector<std::string> names = stage_names();
+    for (size_t k = 0; k < names.size(); ++k)
+        topic.entries.emplace_back(names[k], stage_meaning(static_cast<Stage>(k)));
+    return topic;
+}
+
+}  // namespace
+
+std::vector<Topic> topics() {
+    return {formats(), stages(), exit_codes()};
+}
+
+}  // namespace docprep
