@@ -65,10 +65,8 @@ class Writer {
             bars.push_back({step.name, milliseconds(step.ms), most > 0 ? step.ms / most : 0, ""});
         bars.push_back({"in all", milliseconds(report_.steps.total_ms()), 0, "sum"});
         return "<section id=\"times\"><div class=\"about\"><h2>Where the time went</h2><p>Each step of the "
-               "run with "
-               "its milliseconds; pictures are encoded beside the other work, and <i>encode</i> is the "
-               "waiting for "
-               "them.</p></div><div class=\"show\">" +
+               "run with its milliseconds; pictures are encoded beside the other work, and <i>encode</i> is "
+               "the waiting for them.</p></div><div class=\"show\">" +
                bar_table(bars) + "</div></section>";
     }
 
@@ -146,8 +144,7 @@ class Writer {
                                                                  : "too little text to tell");
         section("turn", "Turn",
                 "Letters stand on a line: their lower edges agree more often than their upper ones, which "
-                "tells which "
-                "way up the page lies. The bars count neighbours that agree.",
+                "tells which way up the page lies. The bars count neighbours that agree.",
                 facts, {"turn"},
                 shown(Picture::kUpright, "upright", "The photograph after it was turned") +
                     (turn.evidence ? turn_chart(*turn.evidence) : ""));
@@ -175,11 +172,10 @@ class Writer {
         section("histogram", "Histogram",
                 adaptive
                     ? "How much darker (left) or lighter (right) than their surroundings pixels are. What is "
-                      "left "
-                      "of the line is print, in light and in shadow alike; heights are roots of the counts."
+                      "left of the line is print, in light and in shadow alike; heights are roots of the "
+                      "counts."
                     : "How many pixels have each level, from black to white. What is left of the line is "
-                      "print; heights "
-                      "are roots of the counts.",
+                      "print; heights are roots of the counts.",
                 facts, {}, level_chart(*pictures_.levels(), how));
     }
 
@@ -193,8 +189,7 @@ class Writer {
         }
         section("light", "Even light",
                 "The light that fell on the level page: what is left once print is filled with what "
-                "surrounds it. The "
-                "page is divided by it, so that paper is white in shadows, too.",
+                "surrounds it. The page is divided by it, so that paper is white in shadows, too.",
                 facts, {}, picture);
     }
 
@@ -211,8 +206,7 @@ class Writer {
         const Points& outline = *report_.paper;
         section("paper", "Paper",
                 "The sheet is what surrounds the letters without a step in brightness. What lies beyond it, "
-                "a desk or "
-                "the next page, is white on the prepared page.",
+                "a desk or the next page, is white on the prepared page.",
                 {{"corners", std::to_string(outline.size)}}, {"paper"},
                 shown(Picture::kPaper, "paper", "The outline of the paper",
                       overlaid(Picture::kPaper,
@@ -227,8 +221,7 @@ class Writer {
         };
         section("components", "Components",
                 "Marks of connected ink. Those that can be letters are text; the others are left out, by "
-                "their size or "
-                "because they touch the edge.",
+                "their size or because they touch the edge.",
                 {{"found", std::to_string(report_.print->components.size)},
                  {"text", std::to_string(text.kept.size)},
                  {"text height", std::to_string(text.text_height) + " pixels"}},
@@ -257,8 +250,7 @@ class Writer {
             facts.emplace_back("shown", "the first " + std::to_string(kMostOverlaid) + " rows");
         section("lines", "Baselines and hulls",
                 "What each row stands on, the tightest shape without dents round it, and the smallest "
-                "rectangle round "
-                "that, at whatever angle.",
+                "rectangle round that, at whatever angle.",
                 facts, {"skew"},
                 shown(Picture::kLines, "lines", "Rows with their baselines, hulls and rectangles",
                       overlaid(Picture::kLines,
@@ -276,9 +268,8 @@ class Writer {
         if (seals.found()) facts.emplace_back("pixels", std::to_string(seals.pixels));
         if (!seals.reason.empty()) facts.emplace_back("none, since", seals.reason);
         section("seals", "Red seals",
-                "Red ink on the paper that is round or square, as seals are. It is taken off the page, and "
-                "black print "
-                "below it stays.",
+                "Red ink on the paper, unless it is as long as a heading. It is taken off the page, and "
+                "black print below it stays.",
                 facts, {"seal"}, shown(Picture::kSeal, "seals", "Seals in colour, the rest in pale grey"));
     }
 

@@ -13,8 +13,8 @@ namespace docprep {
 /// Names and values, for people.
 using Facts = std::vector<std::pair<std::string, std::string>>;
 
-/// The page, as HTML that is well-formed XML. It has no script; browsers are told to load nothing. Of stages that did not
-/// run there is nothing.
+/// The page, as HTML that is well-formed XML. It has no script, and browsers are told to load nothing. Of stages
+/// that did not run there is nothing.
 /// @param options  what the run was asked for
 /// @param files    the names of those that stand beside it
 /// @throws std::bad_alloc

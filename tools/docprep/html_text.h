@@ -8,8 +8,8 @@
 
 namespace docprep {
 
-/// Any bytes as text between tags or in a quoted attribute. What is not UTF-8, and what XML does not allow, becomes
-/// U+FFFD.
+/// Any bytes as text between tags or in a quoted attribute. U+FFFD stands for what is not UTF-8, and for what
+/// XML does not allow.
 std::string escaped(const std::string& text);
 
 /// Bytes as base64, as a data: URL has them.

@@ -37,8 +37,8 @@ class ReportPictures : public PictureSink {
     std::optional<Histogram> levels_;
 };
 
-/// Pixels by what tells whether they are print: by Otsu's method their level, by the adaptive one how much lighter they
-/// are than the mean of their surroundings.
+/// Pixels by what tells whether they are print: by Otsu's method their level, by the adaptive one how much lighter
+/// they are than the mean of their surroundings.
 Histogram decisive_levels(const Image& gray, const Binarisation& how);
 
 }  // namespace docprep

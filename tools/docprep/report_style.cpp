@@ -2,7 +2,7 @@
 
 namespace docprep {
 
-// Lengths are multiples of --s, a quarter of a line. Colours have a name each and two values, for light and dark.
+// Lengths are multiples of --s, a quarter of a line. Each colour has a name and two values, for light and dark.
 const char* const kReportStyle = R"css(
 :root {
   color-scheme: light dark;
