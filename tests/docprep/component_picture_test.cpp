@@ -33,7 +33,10 @@ TEST(component_picture, each_component_has_the_colour_of_its_fate) {
     const Image picture = docprep::draw_components(binary, print);
     ASSERT_EQ(3, picture.channels);
     EXPECT_TRUE(has_colour(picture, 10, 100, {{255, 255, 255}}));
-    EXPECT_TRUE(has_colour(picture, 41, 61, docprep::colour_of(Fate::kText)));
+    EXPECT_TRUE(has_colour(picture, 40, 60, docprep::colour_of(Fate::kText)));
+    EXPECT_TRUE(has_colour(picture, 39, 60, {{255, 255, 255}})) << "text has no margin";
+    EXPECT_TRUE(has_colour(picture, 299, 99, docprep::colour_of(Fate::kSpeck)));
+    EXPECT_TRUE(has_colour(picture, 298, 99, {{255, 255, 255}}));
     EXPECT_TRUE(has_colour(picture, 0, 20, docprep::colour_of(Fate::kBorder)));
     EXPECT_TRUE(has_colour(picture, 505, 139, docprep::colour_of(Fate::kTall)));
     EXPECT_TRUE(has_colour(picture, 40, 153, docprep::colour_of(Fate::kWide)));

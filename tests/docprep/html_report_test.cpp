@@ -141,8 +141,8 @@ TEST(html_report, the_histogram_of_an_adaptive_threshold_marks_its_contrast) {
     how.method = docprep::BinariseMethod::kAdaptive;
     how.contrast = 32;
     const std::string chart = docprep::level_chart(levels, how);
-    // From -96 to 48.
-    EXPECT_TRUE(holds(chart, "viewBox=\"0 0 145 100\"")) << chart;
-    EXPECT_TRUE(holds(chart, "--at:44.14%\"><span>32.0 darker")) << chart;
-    EXPECT_TRUE(holds(chart, "M64 100V100.0h1")) << "-32 is paper";
+    // From -48 to 48.
+    EXPECT_TRUE(holds(chart, "viewBox=\"0 0 97 100\"")) << chart;
+    EXPECT_TRUE(holds(chart, "--at:16.49%\"><span>32.0 darker")) << chart;
+    EXPECT_TRUE(holds(chart, "d=\"M16 100V100.0h1")) << "-32 is paper";
 }

@@ -31,12 +31,23 @@ std::vector<Rect> rects_of_labels(const Mat<int>& labels, int n) {
     return rects;
 }
 
+void paint(Image& picture, int row, int col, const Colour& colour) {
+    std::memcpy(picture.data + 3 * (static_cast<ptrdiff_t>(row) * picture.cols + col), colour.bgr, 3);
+}
+
+/// The background up to `margin` pixels away.
+void paint_round(Image& picture, const Mat<int>& labels, int row, int col, int margin, const Colour& colour) {
+    for (int y = std::max(row - margin, 0); y <= std::min(row + margin, picture.rows - 1); ++y)
+        for (int x = std::max(col - margin, 0); x <= std::min(col + margin, picture.cols - 1); ++x)
+            if (labels.data[static_cast<ptrdiff_t>(y) * picture.cols + x] == 0) paint(picture, y, x, colour);
+}
+
 }  // namespace
 
 Colour colour_of(Fate fate) {
     switch (fate) {
         case Fate::kText:
-            return {{52, 36, 28}};
+            return {{136, 112, 92}};
         case Fate::kBorder:
             return {{176, 168, 160}};
         case Fate::kTall:
@@ -52,15 +63,20 @@ Image draw_components(const Image& binary, const Print& print) {
     Mat<int> labels;
     int n = 0;
     CImgproc::bwlabel(binary, labels, n);
-    std::vector<Colour> colours;
+    std::vector<Fate> fates;
     for (const Rect& rect : rects_of_labels(labels, n))
-        colours.push_back(colour_of(fate_of(rect, print.text.text_height, binary.rows, binary.cols)));
-    colours[0] = {{255, 255, 255}};
+        fates.push_back(fate_of(rect, print.text.text_height, binary.rows, binary.cols));
     Image picture;
-    picture.mat_create(binary.rows, binary.cols, 3, 0);
-    const ptrdiff_t pixels = static_cast<ptrdiff_t>(binary.rows) * binary.cols;
-    for (ptrdiff_t i = 0; i < pixels; ++i)
-        std::memcpy(picture.data + 3 * i, colours[static_cast<size_t>(labels.data[i])].bgr, 3);
+    picture.mat_create(binary.rows, binary.cols, 3, 255);
+    const int margin = line_thickness(picture);
+    const int* label = labels.data;
+    for (int row = 0; row < binary.rows; ++row)
+        for (int col = 0; col < binary.cols; ++col, ++label) {
+            if (*label == 0) continue;
+            const Fate fate = fates[static_cast<size_t>(*label)];
+            paint(picture, row, col, colour_of(fate));
+            if (fate != Fate::kText) paint_round(picture, labels, row, col, margin, colour_of(fate));
+        }
     return picture;
 }
 

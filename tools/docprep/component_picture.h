@@ -7,11 +7,11 @@
 
 namespace docprep {
 
-/// Text is nearly black; what was dropped has a colour for each reason.
+/// Text is slate; what was dropped has a colour for each reason.
 Colour colour_of(Fate fate);
 
-/// The components of a binary page on white, each in the colour of its fate. One pass over the labels, which take 4
-/// bytes a pixel. Prints as the library does.
+/// The components of a binary page on white, each in the colour of its fate; those that are no text are drawn with a
+/// margin, so that specks are seen when the whole page is. Labels take 4 bytes a pixel. Prints as the library does.
 /// @param print  what was found on it
 /// @throws as find_print
 Image draw_components(const Image& binary, const Print& print);

@@ -23,7 +23,7 @@ std::string milliseconds(double ms) {
 std::string definitions(const Facts& facts, const char* kind) {
     std::string list;
     for (const auto& [name, value] : facts)
-        list += "<dt>" + escaped(name) + "</dt><dd><bdi>" + escaped(value) + "</bdi></dd>";
+        list += "<div><dt>" + escaped(name) + "</dt><dd><bdi>" + escaped(value) + "</bdi></dd></div>";
     return facts.empty() ? "" : "<dl class=\"" + std::string(kind) + "\">" + list + "</dl>";
 }
 

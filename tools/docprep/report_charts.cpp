@@ -43,7 +43,7 @@ std::string overlay(int cols, int rows, const std::string& shapes) {
            "\" preserveAspectRatio=\"none\" aria-hidden=\"true\">" + shapes + "</svg>";
 }
 
-/// The levels that a chart shows; what is beyond counts at its ends.
+/// The levels that a chart shows.
 struct Axis {
     int first;
     int last;
@@ -52,21 +52,22 @@ struct Axis {
     double share(double level) const { return (level - first) / levels(); }
 };
 
-Axis axis_of(const Binarisation& how) {
+/// All levels, or all distances but the rarest, with the limit and what is like its surroundings among them.
+Axis axis_of(const Histogram& levels, const Binarisation& how) {
     if (how.method == BinariseMethod::kOtsu) return {0, 255};
-    constexpr int kLeastReach = 48;
-    const int reach = std::clamp(static_cast<int>(std::ceil(3 * how.contrast)), kLeastReach, 255);
-    return {-reach, kLeastReach};
+    constexpr double kRarest = 0.002;
+    const int limit = static_cast<int>(std::ceil(1.5 * how.contrast));
+    return {std::max(std::min(levels.quantile(kRarest), -limit), -255),
+            std::min(std::max(levels.quantile(1 - kRarest), limit), 255)};
 }
 
 /// The roots of the counts, so that little print is seen beside much paper: 0 to 100.
 std::vector<double> heights_of(const Histogram& levels, const Axis& axis) {
-    std::vector<double> heights(static_cast<size_t>(axis.levels()));
-    for (int level = -255; level <= 255; ++level)
-        heights[static_cast<size_t>(std::clamp(level, axis.first, axis.last) - axis.first)] +=
-            static_cast<double>(levels.count(level));
-    const double most = std::max(*std::max_element(heights.begin(), heights.end()), 1.0);
-    for (double& height : heights) height = 100 * std::sqrt(height / most);
+    std::vector<double> heights;
+    for (int level = axis.first; level <= axis.last; ++level)
+        heights.push_back(std::sqrt(static_cast<double>(levels.count(level))));
+    const double most = *std::max_element(heights.begin(), heights.end());
+    for (double& height : heights) height *= most > 0 ? 100 / most : 0;
     return heights;
 }
 
@@ -104,7 +105,7 @@ std::string bar_table(const std::vector<Bar>& bars) {
 
 std::string level_chart(const Histogram& levels, const Binarisation& how) {
     const bool adaptive = how.method == BinariseMethod::kAdaptive;
-    const Axis axis = axis_of(how);
+    const Axis axis = axis_of(levels, how);
     const std::vector<double> heights = heights_of(levels, axis);
     // The first level that is paper.
     const double limit = adaptive ? -how.contrast : how.threshold + 1;
@@ -123,16 +124,16 @@ std::string level_chart(const Histogram& levels, const Binarisation& how) {
              "\"><span>" + words + "</span></div>";
     chart += "<div class=\"axis\"><span>" + std::to_string(axis.first) + "</span>";
     if (adaptive) chart += "<span class=\"zero\" style=\"--at:" + percent(axis.share(0)) + "\">0</span>";
-    chart += "<span>" + std::string(axis.last > 0 && adaptive ? "+" : "") + std::to_string(axis.last) +
-             "</span></div></div>";
+    chart += "<span>" + std::string(adaptive ? "+" : "") + std::to_string(axis.last) + "</span></div></div>";
     return chart + key({{"var(--ink)", "print"}, {"var(--accent-soft)", "paper"}});
 }
 
 std::string sharpness_scale(const Sharpness& sharpness) {
     constexpr double kMost = 300;  // the sharpest of the photographs measured have somewhat less
-    const bool sharp = sharpness.value >= kSharp;
-    return "<div class=\"scale\"><div class=\"track\"><i class=\"" + std::string(sharp ? "sharp" : "bad") +
-           "\" style=\"--at:" + percent(double{sharpness.value} / kMost) +
+    const std::string at = percent(double{sharpness.value} / kMost);
+    return "<div class=\"scale\"><span class=\"value\" style=\"--at:" + at + "\">" +
+           number_text(double{sharpness.value}, 0) + "</span><div class=\"track\"><i class=\"" +
+           (sharpness.value < kSharp ? "bad" : "sharp") + "\" style=\"--at:" + at +
            "\"></i></div><div class=\"limit\" style=\"--at:" + percent(double{kSharp} / kMost) +
            "\"><span>sharp from " + number_text(double{kSharp}, 0) + "</span></div></div>";
 }
@@ -170,7 +171,7 @@ std::string rows_overlay(const TextRows& text_rows, int cols, int rows) {
             baseline += number_text(place.x, 1) + "," + number_text(place.y, 1) + " ";
         shapes += "<g stroke=\"" + colour + "\"><polygon class=\"hull\" fill=\"" + colour + "\" points=\"" +
                   points_of(row.hull) + "\"/><polygon class=\"line least\" points=\"" +
-                  points_of(row.min_area.pts) + "\"/><polyline class=\"line\" points=\"" + baseline +
+                  points_of(row.min_area.pts) + "\"/><polyline class=\"line baseline\" points=\"" + baseline +
                   "\"/></g>";
     }
     return overlay(cols, rows, shapes);

@@ -45,12 +45,11 @@ section {
 .about p { margin-top: calc(2 * var(--s)); color: var(--soft); }
 .show { display: grid; gap: calc(4 * var(--s)); align-content: start; }
 
-.facts { display: grid; grid-template-columns: auto minmax(0, 1fr); margin-top: calc(4 * var(--s)); font-size: 0.875rem; }
-.facts dt, .facts dd { padding: var(--s) 0; border-top: 1px solid var(--rule); }
-.facts dt { color: var(--soft); padding-right: calc(4 * var(--s)); }
+.facts { margin-top: calc(4 * var(--s)); font-size: 0.875rem; }
+.facts div { display: flex; justify-content: space-between; gap: calc(4 * var(--s)); padding: var(--s) 0;
+  border-top: 1px solid var(--rule); }
+.facts dt { color: var(--soft); }
 .facts dd { text-align: right; overflow-wrap: anywhere; }
-.good { color: var(--accent); font-weight: 600; }
-.bad { color: var(--warn); font-weight: 600; }
 
 .place { aspect-ratio: var(--w) / var(--h); max-width: min(100%, calc(34rem * var(--w) / var(--h))); width: 100%; }
 .view {
@@ -75,8 +74,11 @@ section {
 .line { fill: none; stroke-width: 2px; vector-effect: non-scaling-stroke; stroke-linejoin: round; }
 .outline { stroke: #0f9d8a; stroke-width: 3px; }
 .outside { fill: rgb(15 18 22 / 0.45); }
-.hull { fill-opacity: 0.16; stroke-width: 1px; vector-effect: non-scaling-stroke; }
-.least { stroke-width: 1px; stroke-dasharray: 4 3; }
+.baseline { stroke-width: 1.5px; }
+.hull { fill-opacity: 0.22; stroke: none; }
+.least { stroke-width: 0.75px; stroke-dasharray: 4 3; }
+.view:popover-open .baseline { stroke-width: 2.5px; }
+.view:popover-open .least { stroke-width: 1.25px; }
 
 .key { display: flex; flex-wrap: wrap; gap: var(--s) calc(5 * var(--s)); font-size: 0.875rem; color: var(--soft);
   list-style: none; margin: 0; padding: 0; }
@@ -95,12 +97,14 @@ section {
 .axis { position: relative; display: flex; justify-content: space-between; height: 1.5em; }
 .axis .zero { position: absolute; left: var(--at); transform: translateX(-50%); }
 
-.scale { position: relative; padding-bottom: 1.5em; margin-top: calc(4 * var(--s)); font-size: 0.8125rem;
-  color: var(--soft); }
+.scale { position: relative; padding: calc(4 * var(--s)) 0 1.5em; font-size: 0.8125rem; color: var(--soft); }
+.scale .value { position: absolute; top: 0; left: var(--at); transform: translateX(-50%); color: var(--ink);
+  font-weight: 600; }
 .scale .track { height: 0.5rem; border-radius: 0.25rem; background: var(--track); overflow: hidden; }
 .scale .track i { display: block; height: 100%; width: var(--at); background: var(--accent); }
 .scale .track i.bad { background: var(--warn); }
-.scale .limit { position: absolute; top: -0.25rem; height: 1rem; left: var(--at); border-left: 2px solid var(--mark); }
+.scale .limit { position: absolute; top: calc(4 * var(--s) - 0.25rem); height: 1rem; left: var(--at);
+  border-left: 2px solid var(--mark); }
 .scale .limit span { position: absolute; top: 1rem; transform: translateX(-50%); white-space: nowrap; }
 
 table { width: 100%; border-collapse: collapse; font-size: 0.875rem; }
