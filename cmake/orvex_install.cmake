@@ -1,5 +1,4 @@
-# What is installed of the library, and how other projects find it. Components: library, docprep (its own folder has
-# the rules).
+# What is installed of the library, as the component library, and how other projects find it.
 include(CMakePackageConfigHelpers)
 include(GNUInstallDirs)
 
