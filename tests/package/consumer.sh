@@ -11,6 +11,8 @@ mkdir bin
 ln -s "$(command -v "${CXX:-c++}")" bin/c++
 PATH=$work/bin:$PATH
 export CXX=c++
+CMAKE_BUILD_PARALLEL_LEVEL=$(nproc)
+export CMAKE_BUILD_PARALLEL_LEVEL
 
 # snippet NAME: the fenced block of the document that follows the line "<!-- NAME -->".
 snippet() {

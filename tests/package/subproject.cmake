@@ -1,28 +1,29 @@
 # Included by a project right after its project(), before it adds the library: notes what there is, and looks at the
 # end of the project what has changed.
 set(directory_properties COMPILE_DEFINITIONS COMPILE_FEATURES COMPILE_OPTIONS INCLUDE_DIRECTORIES LINK_LIBRARIES
-    LINK_OPTIONS TESTS)
+    LINK_OPTIONS)
 get_cmake_property(cache_before CACHE_VARIABLES)
 get_cmake_property(variables_before VARIABLES)
 foreach(variable IN LISTS variables_before)
     set(before_${variable} "${${variable}}")
 endforeach()
 
-# targets_below(<directory> <variable>)
-function(targets_below directory found)
+# made_below(<directory> <variable>): targets and tests
+function(made_below directory found)
     get_property(targets DIRECTORY ${directory} PROPERTY BUILDSYSTEM_TARGETS)
+    get_property(tests DIRECTORY ${directory} PROPERTY TESTS)
     get_property(folders DIRECTORY ${directory} PROPERTY SUBDIRECTORIES)
     foreach(folder IN LISTS folders)
-        targets_below(${folder} more)
+        made_below(${folder} more)
         list(APPEND targets ${more})
     endforeach()
-    set(${found} ${targets} PARENT_SCOPE)
+    set(${found} ${targets} ${tests} PARENT_SCOPE)
 endfunction()
 
 macro(expect_nothing_but_the_target)
-    targets_below(${CMAKE_SOURCE_DIR} targets)
-    if(NOT "${targets}" STREQUAL "app;orvex_991")
-        message(SEND_ERROR "targets: ${targets}")
+    made_below(${CMAKE_SOURCE_DIR} made)
+    if(NOT "${made}" STREQUAL "app;orvex_991")
+        message(SEND_ERROR "targets and tests: ${made}")
     endif()
     foreach(property IN LISTS directory_properties)
         get_property(value DIRECTORY ${CMAKE_SOURCE_DIR} PROPERTY ${property})

@@ -4,7 +4,7 @@
 set -eu
 . "$(dirname "$0")/consumer.sh"
 cmake -DPORT=orvex-991 -DPORT_FOLDER="$2/packaging/vcpkg/orvex-991" -DWORK="$work" \
-    -P "$2/tests/package/vcpkg_commands.cmake"
+    -P "$2/tests/package/vcpkg_commands.cmake" > installed
 for file in share/orvex_991/orvex_991Config.cmake share/orvex-991/copyright share/orvex-991/usage; do
     [ -f "packages/$file" ] || { echo "the package lacks $file"; exit 1; }
 done
