@@ -1,6 +1,6 @@
 #!/bin/sh
-# A project finds the installed library with find_package. The installed tree may be moved, and a version that is not
-# compatible is refused. usage: find_package.sh DOCUMENT SOURCE BUILD
+# A project finds the installed library with find_package. The installed tree may be moved, its headers compile alone,
+# and a version that is not compatible is refused. usage: find_package.sh DOCUMENT SOURCE BUILD
 set -eu
 . "$(dirname "$0")/consumer.sh"
 version_header=$2/jni/orvex_991/orvex_991_version.h
@@ -9,6 +9,10 @@ export prefix="$work/first"
 (cd orvex_991 && run install.sh)
 mv "$prefix" "$work/moved"
 prefix=$work/moved
+
+for header in "$prefix"/include/orvex_991/*.h; do
+    c++ -std=c++17 -fsyntax-only -x c++ -include "$header" /dev/null || { echo "does not compile alone: $header"; exit 1; }
+done
 
 mkdir app && cd app
 snippet app.cpp > app.cpp
