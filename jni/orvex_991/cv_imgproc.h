@@ -26,6 +26,7 @@
 #include "cv_geometry.h"
 #include "cv_mat.h"
 #include "cv_rotating_calipers.h"
+#include "orvex_991_version.h"
 #include "util_clock.h"
 #include "util_exception.h"
 #include "util_math.h"
