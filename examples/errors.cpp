@@ -2,7 +2,7 @@
 // prints: a threshold of 256: code 1
 // prints: three channels to label: code 2
 // prints: minus one pixel: code 3
-// prints: behind the last element: code 4
+// prints: the first of no rectangles: code 4
 #include <cstdio>
 
 #include "cv_imgproc.h"
@@ -31,5 +31,8 @@ int main() {
         CImgproc::connectdComponent(colour, rects, nullptr);
     });
     report("minus one pixel", [&] { image.mat_create(-1, 1, 1, 0); });
-    report("behind the last element", [&] { orvex_991::vector<int>(3)[3] = 0; });
+    report("the first of no rectangles", [&] {
+        const orvex_991::vector<Rect> none;
+        std::printf("%d\n", none[0].x);
+    });
 }

@@ -9,7 +9,7 @@ using namespace orvex_cv_991;
 
 int main() {
     Mat<unsigned char> photo, gray, binary;  // outside the loop: outputs need no clearing
-    for (int frame = 0; frame < 3; ++frame) {
+    for (int frame = 0; frame < 2; ++frame) {
         photo.mat_create(48, 64, 3, 60 * frame);
         const unsigned char *const gray_was = gray.data, *const binary_was = binary.data;
         CImgproc::bgr2gray(photo, gray);

@@ -11,7 +11,7 @@ struct Plane {
     int row_stride, pixel_stride;
 };
 
-// NV21 without padding, as yuv2bgr takes it: luma, then V and U in turn for each 2 x 2 pixels.
+// NV21 without padding, as yuv2bgr takes it: luma, then V and U in turn for each 2 x 2 pixels. cols is even.
 std::vector<unsigned char> pack_nv21(Plane y, Plane u, Plane v, int rows, int cols) {
     std::vector<unsigned char> frame;
     for (int row = 0; row < rows; ++row)
