@@ -9,18 +9,21 @@
 #include "cv_imgproc.h"
 
 using namespace orvex_cv_991;
+using Rows = orvex_991::vector<orvex_991::vector<Rect>>;
 
 // Rows of text in an NV21 camera frame with dark print on light paper.
-orvex_991::vector<orvex_991::vector<Rect>> text_rows(const unsigned char* frame, int rows, int cols) {
+Rows text_rows(const unsigned char* frame, int rows, int cols) {
     Mat<unsigned char> photo, gray, binary;
     CImgproc::yuv2bgr(frame, rows, cols, photo);
     CImgproc::bgr2gray(photo, gray);
-    CImgproc::threshold(gray, binary, 0, 255, 8 | 1, Mat<unsigned char>());  // Otsu, dark becomes 255
+    CImgproc::threshold(gray, binary, 0, 255, 8 | 1, {});  // Otsu, dark becomes 255
     orvex_991::vector<Rect> components, letters;
     CImgproc::connectdComponent(binary, components, nullptr);
-    for (int i = 0; i < components.size(); ++i)  // neither specks nor the desk around the page
-        if (components[i].height > 4 && components[i].height < rows / 20) letters.push_back(components[i]);
-    orvex_991::vector<orvex_991::vector<Rect>> text;
+    for (int i = 0; i < components.size(); ++i) {
+        const int height = components[i].height;  // neither specks nor the desk around
+        if (height > 4 && height < rows / 20) letters.push_back(components[i]);
+    }
+    Rows text;
     CImgproc::divideComponentsToRows(letters, text);
     return text;
 }
