@@ -30,4 +30,5 @@ shell_packages="bash zsh fish mandoc"  # what docprep prints for shells and for 
 test_packages="libgtest-dev binutils make valgrind $shell_packages $sample_packages"
 aarch64_packages="g++-aarch64-linux-gnu qemu-user googletest"
 consumer_packages="git dpkg-dev make python3 openjdk-17-jdk-headless"
+reference_packages="doxygen"
 bench_packages="libbenchmark-dev libyuv-dev libleptonica-dev libvips-dev libcgal-dev"
