@@ -245,13 +245,47 @@ TEST(command, a_stage_gives_alone_what_it_gives_among_all) {
 TEST(command, a_folder_keeps_nothing_of_the_photograph_before) {
     const TemporaryFolder folder;
     const std::string sealed = write_sealed_page(folder, "sealed.png");
-    ASSERT_EQ(0, docprep_with({sealed, "-o", folder.path("out"), "--log", "--timings"}).exit_code);
+    ASSERT_EQ(0,
+              docprep_with({sealed, "-o", folder.path("out"), "--log", "--timings", "--report"}).exit_code);
+    ASSERT_TRUE(std::filesystem::exists(folder.path("out/report.html")));
     folder.write("out/notes.txt", "mine");
     folder.write("out/rows.png", "mine, too: the run before wrote rows.jpg");
     ASSERT_EQ(0, docprep_with({sealed, "-o", folder.path("out"), "--stages", "binarise"}).exit_code);
     EXPECT_EQ(
         (Names{"out", "out/binary.png", "out/notes.txt", "out/result.json", "out/rows.png", "sealed.png"}),
         folder.content());
+}
+
+TEST(command, a_report_leaves_the_other_files_as_they_are_without_it) {
+    const TemporaryFolder folder;
+    const std::string sealed = write_sealed_page(folder, "sealed.png");
+    ASSERT_EQ(0, docprep_with({sealed, "-o", folder.path("out")}).exit_code);
+    ASSERT_EQ(0, docprep_with({sealed, "-o", folder.path("told"), "--report"}).exit_code);
+    for (const char* name : {"binary.png", "page.png", "rows.jpg", "saliency.jpg", "seal.jpg"})
+        EXPECT_EQ(text_of(folder.path("out/") + name), text_of(folder.path("told/") + name)) << name;
+    const json files = json::parse(text_of(folder.path("told/result.json")))["files"];
+    EXPECT_EQ("report.html", files.back());
+    EXPECT_EQ(6u, files.size());
+}
+
+TEST(command, a_report_has_its_pictures_when_no_others_are_written) {
+    const TemporaryFolder folder;
+    const std::string sealed = write_sealed_page(folder, "sealed.png");
+    ASSERT_EQ(0,
+              docprep_with({sealed, "-o", folder.path("out"), "--report", "--pictures", "none"}).exit_code);
+    EXPECT_EQ((Names{"out", "out/page.png", "out/report.html", "out/result.json", "sealed.png"}),
+              folder.content());
+    const std::string page = text_of(folder.path("out/report.html"));
+    for (const char* section : {"rows", "seals", "saliency"})
+        EXPECT_NE(std::string::npos, page.find("id=\"view-" + std::string(section) + "\"")) << section;
+}
+
+TEST(command, a_report_needs_a_folder) {
+    const TemporaryFolder folder;
+    const std::string page = write_page(folder, "page.jpg");
+    expect_wrong_usage({page, "-o", folder.path("page.png"), "--report"},
+                       "log, timings and report need a folder");
+    expect_wrong_usage({page, "-o", "-", "--report"}, "log, timings and report need a folder");
 }
 
 TEST(command, two_runs_give_the_same_bytes) {

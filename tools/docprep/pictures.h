@@ -12,7 +12,20 @@ enum class Picture {
     kRows,      ///< the page with its rows in colours
     kSeal,      ///< the photograph with nothing but its seals in colour
     kSaliency,  ///< the saliency of its grey levels
+
+    // For report.html alone.
+    kPhoto,       ///< the photograph as read
+    kUpright,     ///< the same turned, where it was
+    kGray,        ///< its grey levels; report.binarisation is known
+    kLight,       ///< the light on the page, on a reduced copy
+    kPaper,       ///< what the paper's outline is drawn over
+    kComponents,  ///< the page's print, text in one colour, the rest in others
+    kLines,       ///< what the rows' lines are drawn over
 };
+
+constexpr bool for_report_alone(Picture kind) {
+    return kind > Picture::kSaliency;
+}
 
 /// Takes pictures as they become ready.
 class PictureSink {

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "binarise.h"
+#include "component_picture.h"
 #include "cv_imgproc.h"
 #include "row_picture.h"
 #include "seal_ink.h"
@@ -29,6 +30,7 @@ class Run {
     }
 
     void prepare(Image photo) {
+        draw(Picture::kPhoto, [&] { return Image(photo); });
         if (options_.turn) turn(photo, *options_.turn, Turn::How::kGiven);
         Image gray;
         if (stages_.needed(Stage::kBinarise) || stages_.needed(Stage::kSaliency))
@@ -39,6 +41,8 @@ class Run {
             find_print_on(gray, binary, print);
             if (!options_.turn) turn_upright(photo, gray, binary, print);
         }
+        if (report_.turn.degrees != 0) draw(Picture::kUpright, [&] { return Image(photo); });
+        if (!gray.empty()) draw(Picture::kGray, [&] { return Image(gray); });
         if (stages_.chosen(Stage::kBinarise)) draw(Picture::kBinary, [&] { return Image(binary); });
         if (stages_.needed(Stage::kSharpness)) prepare_sharpness(gray, print.text);
         const Lettering lettering = lettering_of(gray, print.text);
@@ -79,7 +83,8 @@ class Run {
     /// Draws a picture and hands it on, if it is wanted.
     template <class Draw>
     void draw(Picture kind, const Draw& drawn, int dots_per_inch = 0) {
-        if (sink_.wants(kind)) steps_.run("draw", [&] { sink_.take(kind, drawn(), dots_per_inch); });
+        const char* const step = for_report_alone(kind) ? "report" : "draw";
+        if (sink_.wants(kind)) steps_.run(step, [&] { sink_.take(kind, drawn(), dots_per_inch); });
     }
 
     /// The photograph's print, as it lies. Which letters there are is told by their surroundings whatever the method:
@@ -159,6 +164,9 @@ class Run {
             binary = Image();
         });
         report_.page = PageReport{options_.page, page.ink, dots_per_inch(text_height)};
+        draw(Picture::kPaper, [&] { return Image(photo); });
+        if (!page.light.empty()) draw(Picture::kLight, [&] { return std::move(page.light); });
+        if (stages_.needed(Stage::kRows)) draw(Picture::kLines, [&] { return Image(page.picture); });
         if (stages_.chosen(Stage::kPage))
             draw(
                 Picture::kPage, [&] { return std::move(page.picture); }, report_.page->dots_per_inch);
@@ -166,6 +174,7 @@ class Run {
 
         page.picture = Image();
         Print print = print_on(page.print);
+        draw(Picture::kComponents, [&] { return draw_components(page.print, print); });
         page = {};
         report_.print = std::move(print);
         if (stages_.needed(Stage::kRows)) prepare_rows(photo, deskew);

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "failure.h"
+#include "html_report.h"
 #include "options.h"
 #include "output_files.h"
 #include "picture_encoders.h"
@@ -22,6 +23,7 @@ namespace {
 constexpr const char* kResult = "result.json";
 constexpr const char* kLog = "library.log";
 constexpr const char* kTimings = "timings.json";
+constexpr const char* kReport = "report.html";
 
 /// Without its ending.
 const char* file_name(Picture kind) {
@@ -41,7 +43,7 @@ const char* file_name(Picture kind) {
 
 /// Every name that a file beside result.json may have.
 std::vector<std::string> file_names() {
-    std::vector<std::string> names = {kLog, kTimings};
+    std::vector<std::string> names = {kLog, kTimings, kReport};
     for (const Picture kind :
          {Picture::kPage, Picture::kBinary, Picture::kRows, Picture::kSeal, Picture::kSaliency})
         for (const char* ending : {".png", ".jpg"}) names.push_back(file_name(kind) + std::string(ending));
@@ -71,7 +73,7 @@ class FolderPictures : public PictureSink {
     FolderPictures(PictureFiles files, bool beside) : files_(files), encoders_(beside) {}
 
     bool wants(Picture kind) const override {
-        return kind == Picture::kPage || files_ != PictureFiles::kNone;
+        return kind == Picture::kPage || (files_ != PictureFiles::kNone && !for_report_alone(kind));
     }
 
     void take(Picture kind, Image picture, int dots_per_inch) override {
@@ -93,6 +95,44 @@ class FolderPictures : public PictureSink {
     PictureEncoders encoders_;
     std::vector<std::string> names_;
 };
+
+/// Pictures that go into a folder and, some of them and others, into its report.
+class FolderAndReport : public PictureSink {
+ public:
+    FolderAndReport(FolderPictures& folder, ReportPictures& report) : folder_(folder), report_(report) {}
+
+    bool wants(Picture kind) const override { return folder_.wants(kind) || report_.wants(kind); }
+
+    void take(Picture kind, Image picture, int dots_per_inch) override {
+        if (report_.wants(kind)) report_.take(kind, picture, dots_per_inch);
+        if (folder_.wants(kind)) folder_.take(kind, std::move(picture), dots_per_inch);
+    }
+
+ private:
+    FolderPictures& folder_;
+    ReportPictures& report_;
+};
+
+/// What a run was asked for, as its report tells it.
+Facts told(const PreparationOptions& options) {
+    const auto yes_or_no = [](bool on) { return on ? "yes" : "no"; };
+    std::vector<std::string> stages;
+    for (size_t k = 0; k < stage_names().size(); ++k)
+        if (options.stages.chosen(static_cast<Stage>(k))) stages.push_back(stage_names()[k]);
+    const auto named = [](const std::vector<std::string>& names, auto value) {
+        return names[static_cast<size_t>(value)];
+    };
+    return {
+        {"stages", listed(stages)},
+        {"turn", options.turn ? std::to_string(*options.turn) + " degrees" : "auto"},
+        {"least sharpness", options.min_sharpness ? number_text(double{*options.min_sharpness}, 2) : "none"},
+        {"text required", yes_or_no(options.require_text)},
+        {"binarize", named(binarise_method_names(), options.binarise)},
+        {"page", named(page_kind_names(), options.page)},
+        {"crop", yes_or_no(options.crop)},
+        {"deskew", yes_or_no(!options.keep_skew)},
+        {"pictures", named(picture_files_names(), options.pictures)}};
+}
 
 /// Keeps the page alone.
 class PageOnly : public PictureSink {
@@ -185,6 +225,7 @@ void add_preparation(CLI::App& app, PreparationOptions& options) {
         ->type_name("KIND");
     app.add_flag("--log", options.log, "Write the library's diagnostic lines to library.log");
     app.add_flag("--timings", options.timings, "Write the milliseconds of each step to timings.json");
+    app.add_flag("--report", options.report, "Write report.html, a page that shows every stage in pictures");
 }
 
 void add_prepare(CLI::App& app, PrepareOptions& options) {
@@ -219,8 +260,8 @@ void add_prepare(CLI::App& app, PrepareOptions& options) {
         if (options.output.empty() || !format_for(options.output)) return;
         if (options.stages_given && !options.stages.chosen(Stage::kPage))
             throw CLI::ValidationError("--stages", "without page, nothing is left for " + options.output);
-        if (options.log || options.timings)
-            throw CLI::ValidationError("--output", "log and timings need a folder");
+        if (options.log || options.timings || options.report)
+            throw CLI::ValidationError("--output", "log, timings and report need a folder");
     });
 }
 
@@ -231,14 +272,26 @@ Prepared prepare_into(const std::string& folder, const InputOptions& input, cons
     files.lock();
     LibraryLog log(options.log ? LibraryLines::kKept : lines);
     FolderPictures pictures(options.pictures, beside);
-    run(input, options, log, prepared.report, pictures);
+    ReportPictures report_pictures(prepared.report);
+    FolderAndReport both(pictures, report_pictures);
+    PictureSink& sink = options.report ? static_cast<PictureSink&>(both) : pictures;
+    run(input, options, log, prepared.report, sink);
     prepared.report.steps.run("encode", [&] { pictures.finish(files); });
 
     std::vector<std::string> names = pictures.names();
     if (options.log) names.emplace_back(kLog);
     if (options.timings) names.emplace_back(kTimings);
+    if (options.report) names.emplace_back(kReport);
     for (const std::string& name : files_of_last_run(folder))
         if (std::find(names.begin(), names.end(), name) == names.end()) files.remove(name);
+    if (options.report) {
+        std::vector<std::string> all = names;
+        all.emplace_back(kResult);
+        Bytes page;
+        prepared.report.steps.run(
+            "report", [&] { page = html_report(prepared.report, report_pictures, told(options), all); });
+        files.add(kReport, std::move(page));
+    }
     if (options.log) files.add(kLog, log.content());
     if (options.timings) files.add(kTimings, timings_json(prepared.report));
     files.add(kResult, result_json(prepared.report, names));

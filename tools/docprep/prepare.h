@@ -31,6 +31,7 @@ struct PreparationOptions : PipelineOptions {
     bool require_text = false;  ///< a photograph without rows of text is refused
     bool log = false;           ///< library.log is written
     bool timings = false;       ///< timings.json is written
+    bool report = false;        ///< report.html is written
 };
 
 struct PrepareOptions : PreparationOptions {

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cmath>
-#include <cstdio>
 
 #include "json.h"
 
@@ -209,12 +208,7 @@ void append(std::string& text, const TextRows& rows) {
     text += "]";
 }
 
-/// A number with so many digits behind the point.
-std::string number_text(double value, int digits) {
-    char text[48];
-    std::snprintf(text, sizeof text, "%.*f", digits, value);
-    return text;
-}
+}  // namespace
 
 std::string in_words(const Binarisation& how) {
     if (how.method == BinariseMethod::kOtsu) return "Otsu's threshold " + std::to_string(how.threshold);
@@ -237,8 +231,6 @@ std::string in_words(const Deskew& deskew) {
            (deskew.degrees > 0 ? "anticlockwise" : "clockwise") +
            (deskew.bend.none() ? ", " : ", straightened, ") + pixel_size(deskew.cols, deskew.rows);
 }
-
-}  // namespace
 
 Bytes result_json(const Report& report, const std::vector<std::string>& files) {
     Members members;

@@ -57,6 +57,11 @@ struct Report {
     Steps steps;
 };
 
+/// For people.
+std::string in_words(const Binarisation& how);
+std::string in_words(const Turn& turn);
+std::string in_words(const Deskew& deskew);
+
 /// result.json: the same bytes whenever a photograph is prepared alike. Bytes of the input's name that are not UTF-8
 /// become U+FFFD.
 /// @param files  the names of those that stand beside it; on its second line, so that the next run finds them quickly
