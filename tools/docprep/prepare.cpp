@@ -10,6 +10,7 @@
 #include "options.h"
 #include "output_files.h"
 #include "picture_encoders.h"
+#include "picture_output.h"
 #include "report.h"
 #include "standard_output.h"
 
@@ -157,34 +158,6 @@ void run(const InputOptions& input, const PreparationOptions& options, LibraryLo
     if (options.require_text && report.text_rows->empty()) throw Refusal(input.file, "no text was found");
 }
 
-/// The file for the page alone, if the output names one: by its ending, or by being a pipe or a device.
-std::optional<PictureFormat> page_format(const std::string& output) {
-    std::error_code ignored;
-    const fs::file_type type = fs::status(output, ignored).type();
-    if (type == fs::file_type::directory || !fs::path(output).has_filename()) return std::nullopt;
-    const auto by_name = format_of_name(output);
-    if (by_name) return by_name;
-    if (output == "-" || type == fs::file_type::fifo || type == fs::file_type::character)
-        return PictureFormat::kPng;
-    return std::nullopt;
-}
-
-void write_page(const PrepareOptions& options, const PageOnly& only, PictureFormat format, Report& report,
-                std::vector<std::string>& paths) {
-    Bytes content;
-    report.steps.run("encode",
-                     [&] { content = encode_picture(only.page, format, options.output, only.resolution); });
-    if (options.output == "-") {
-        print(content);
-        return;
-    }
-    const fs::path path(options.output);
-    OutputFiles files(path.parent_path().string());
-    files.add(path.filename().string(), std::move(content));
-    files.publish(options.input.file);
-    paths = files.paths();
-}
-
 /// Prepares the page alone, or nothing but the result.
 Prepared prepare_without_folder(const PrepareOptions& options, std::optional<PictureFormat> format,
                                 LibraryLines lines) {
@@ -197,7 +170,11 @@ Prepared prepare_without_folder(const PrepareOptions& options, std::optional<Pic
     LibraryLog log(lines);
     PageOnly only;
     run(options.input, wanted, log, prepared.report, only);
-    if (format) write_page(options, only, *format, prepared.report, prepared.paths);
+    if (!format) return prepared;
+    Bytes content;
+    prepared.report.steps.run(
+        "encode", [&] { content = encode_picture(only.page, *format, options.output, only.resolution); });
+    prepared.paths = write_picture(options.output, std::move(content), options.input.file);
     return prepared;
 }
 
@@ -277,10 +254,10 @@ void add_prepare(CLI::App& app, PrepareOptions& options) {
     app.add_flag("--verbose", options.verbose, "Show the library's diagnostic lines on standard error");
     app.callback([&options] {
         if (options.output.empty() && !options.json) throw CLI::RequiredError("--output");
-        if (options.output == "-" && options.json)
+        if (options.output == kStandardOutput && options.json)
             throw CLI::ValidationError("--json", "standard output takes the page or the result, not both");
         if (options.verbose && options.log) throw CLI::ValidationError("--log", "not with --verbose");
-        if (options.output.empty() || !page_format(options.output)) return;
+        if (options.output.empty() || !format_for(options.output)) return;
         if (options.stages_given && !options.stages.chosen(Stage::kPage))
             throw CLI::ValidationError("--stages", "without page, nothing is left for " + options.output);
         if (options.log || options.timings || options.report)
@@ -325,7 +302,7 @@ Prepared prepare_into(const std::string& folder, const InputOptions& input, cons
 
 void prepare(const PrepareOptions& options) {
     const LibraryLines lines = options.verbose ? LibraryLines::kShown : LibraryLines::kDropped;
-    const auto format = options.output.empty() ? std::nullopt : page_format(options.output);
+    const auto format = options.output.empty() ? std::nullopt : format_for(options.output);
     const bool into_folder = !options.output.empty() && !format;
     const Prepared prepared = into_folder ? prepare_into(options.output, options.input, options, lines, true)
                                           : prepare_without_folder(options, format, lines);
@@ -333,7 +310,7 @@ void prepare(const PrepareOptions& options) {
         std::vector<std::string> names;
         for (const std::string& path : prepared.paths) names.push_back(fs::path(path).filename().string());
         print(result_json(prepared.report, names));
-    } else if (!options.quiet && options.output != "-") {
+    } else if (!options.quiet && options.output != kStandardOutput) {
         summary(prepared.report, prepared.paths).print();
     }
 }
