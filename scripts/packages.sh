@@ -24,7 +24,8 @@ need_packages() {
 }
 
 build_packages="g++ cmake ninja-build pkg-config"
-docprep_packages="libjpeg62-turbo-dev libpng-dev zlib1g-dev libexif-dev libcli11-dev nlohmann-json3-dev"
+docprep_packages="libjpeg62-turbo-dev libpng-dev libtiff-dev libwebp-dev libdeflate-dev zlib1g-dev libexif-dev \
+    libcli11-dev nlohmann-json3-dev"
 sample_packages="python3-numpy python3-pil fontconfig fonts-dejavu-core fonts-liberation2 fonts-urw-base35"
 test_packages="libgtest-dev binutils valgrind $sample_packages"
 aarch64_packages="g++-aarch64-linux-gnu qemu-user googletest"

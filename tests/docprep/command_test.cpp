@@ -442,11 +442,11 @@ TEST(command, unreadable_inputs_are_refused_with_one_line_and_leave_nothing) {
     patch_jpeg_size(oversized, 65000, 65000);
     const std::vector<std::pair<std::string, std::string>> inputs = {
         {folder.write("empty.jpg", ""), "is empty"},
-        {folder.write("letter.txt", "Dear friends"), "is neither a JPEG nor a PNG"},
+        {folder.write("letter.txt", "Dear friends"), "is none of JPEG, PNG, PNM, TIFF and WebP"},
         {folder.write("cut.jpg", cut), "truncated JPEG (Premature end of JPEG file)"},
         {folder.write("huge.jpg", oversized), "65000 x 65000 pixels are too many (limit 256 Mi)"},
         {folder.path(""), "is a folder"},
-        {"/dev/null", "is not a regular file"},
+        {"/dev/null", "is a device"},
     };
     const Names before = folder.content();
     for (const auto& [path, reason] : inputs) {

@@ -6,8 +6,9 @@
 #include <filesystem>
 
 #include "failure.h"
+#include "options.h"
 #include "output_files.h"
-#include "png_file.h"
+#include "picture_format.h"
 
 namespace docprep {
 
@@ -18,9 +19,15 @@ void add_picture_options(CLI::App& app, PictureOptions& options) {
     const auto names_a_file = [](const std::string& path) {
         return fs::path(path).has_filename() ? "" : "'" + path + "' does not name a file";
     };
-    app.add_option("-o,--output", options.output, "PNG file for the result; its folder is created if missing")
+    const auto names_a_format = [](const std::string& path) {
+        return format_of_name(path) ? "" : "'" + path + "' does not end in " + listed(picture_format_names());
+    };
+    app.add_option("-o,--output", options.output,
+                   "File for the result, of the kind that its name ends in (" +
+                       listed(picture_format_names()) + "); its folder is created if missing")
         ->required()
         ->check(names_a_file)
+        ->check(names_a_format)
         ->type_name("FILE");
     app.add_flag("--verbose", options.verbose, "Show the library's diagnostic lines on standard error");
 }
@@ -51,7 +58,9 @@ void run_picture_command(const PictureOptions& options, const PictureOperation& 
 
     const fs::path output(options.output);
     OutputFiles files(output.parent_path().string());
-    steps.run("encode", [&] { files.add(output.filename().string(), encode_png(result)); });
+    const PictureFormat format = *format_of_name(options.output);
+    steps.run("encode",
+              [&] { files.add(output.filename().string(), encode_picture(result, format, options.output)); });
     files.publish(options.input.file);
     summary.steps(steps);
     summary.written(files.paths());
