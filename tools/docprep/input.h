@@ -31,6 +31,7 @@ struct Source {
     int orientation = 1;
     int cols = 0;
     int rows = 0;
+    std::vector<std::string> warnings;  ///< about the file, each to follow "FILE: "
 };
 
 /// Declares the options; parsing fills `options`, which must live as long as `app`.

@@ -37,9 +37,9 @@ struct Parameter {
     ParameterKind kind;
     std::string meaning;
     Range range{};                     ///< of each of its numbers
-    std::vector<std::string> choices;  ///< of kChoice: the names, by their values
+    std::vector<std::string> choices = {};  ///< of kChoice: the names, by their values
     bool required = false;
-    std::string unless_given;  ///< the value, as it would be given; empty: none
+    std::string unless_given = {};  ///< the value, as it would be given; empty: none
 };
 
 /// What stands for a value in a usage line: "NUMBER", "WxH" ... Empty for a flag.
