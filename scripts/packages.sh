@@ -28,5 +28,5 @@ docprep_packages="libjpeg62-turbo-dev libpng-dev zlib1g-dev libexif-dev libcli11
 sample_packages="python3-numpy python3-pil fontconfig fonts-dejavu-core fonts-liberation2 fonts-urw-base35"
 test_packages="libgtest-dev binutils valgrind $sample_packages"
 aarch64_packages="g++-aarch64-linux-gnu qemu-user googletest"
-reference_packages="doxygen"
 bench_packages="libbenchmark-dev libyuv-dev libleptonica-dev libvips-dev libcgal-dev"
+reference_packages="doxygen"
