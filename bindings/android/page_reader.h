@@ -32,10 +32,11 @@ struct Heights {
 };
 
 /// @param[in] data     rows x cols pixels without gaps; of NV21 an even number of columns
-/// @param[in] letters  components of other heights, such as specks and frames, are left out, and so are those that
-///                     touch the border of the photograph: desks, shadows. One of them would join rows of text
-/// @throws CException as the operations do: code 1 for a page too narrow to measure its sharpness, code 3 without
-///         memory; std::bad_alloc
+/// @param[in] letters  components of other heights, such as specks and frames, are left out, and
+///                     so are those that touch the border of the photograph: one desk or
+///                     shadow would join all rows of text
+/// @throws CException as the operations do: code 1 for a page too narrow to measure its
+///         sharpness, code 3 without memory; std::bad_alloc
 /// @prints the lines of the operations
 /// @cost   a few passes, and O(n log n) for n components
 Page read_page(const uint8_t* data, PixelFormat format, int rows, int cols, PageKind kind, Heights letters);
