@@ -116,6 +116,7 @@ td.bar { width: 100%; }
 td.bar i { display: block; height: 0.5rem; border-radius: 0.25rem; background: var(--accent);
   width: max(2px, calc(100% * var(--share))); }
 tr.less i { background: var(--accent-soft); }
+tr.sum i { display: none; }
 tr.sum th, tr.sum td { border-top: 1px solid var(--soft); font-weight: 600; }
 table.words td { text-align: right; overflow-wrap: anywhere; }
 
@@ -127,7 +128,7 @@ footer { padding-bottom: calc(8 * var(--s)); font-size: 0.8125rem; color: var(--
   section, .last { grid-template-columns: minmax(0, 1fr); padding: calc(4 * var(--s)); }
   main, header, footer { padding-left: calc(3 * var(--s)); padding-right: calc(3 * var(--s)); }
   h1 { font-size: 1.375rem; }
-  th { white-space: normal; }
+  th { white-space: normal; min-width: 7.5rem; }
   .chart svg { height: 10rem; }
 }
 @media print {
