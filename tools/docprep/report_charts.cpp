@@ -38,9 +38,21 @@ std::string points_of(const orvex_991::vector<Point32f>& points) {
                           [](const Point32f& p) { return std::pair<double, double>(p.x, p.y); });
 }
 
+std::string points_of(const std::vector<Place>& places) {
+    std::string text;
+    for (const Place& place : places) text += number_text(place.x, 1) + "," + number_text(place.y, 1) + " ";
+    return text;
+}
+
 std::string overlay(int cols, int rows, const std::string& shapes) {
     return "<svg viewBox=\"0 0 " + std::to_string(cols) + " " + std::to_string(rows) +
            "\" preserveAspectRatio=\"none\" aria-hidden=\"true\">" + shapes + "</svg>";
+}
+
+std::string row_shapes(const TextRow& row, const std::string& colour) {
+    return "<g stroke=\"" + colour + "\"><polygon class=\"hull\" fill=\"" + colour + "\" points=\"" +
+           points_of(row.hull) + "\"/><polygon class=\"line least\" points=\"" + points_of(row.min_area.pts) +
+           "\"/><polyline class=\"line baseline\" points=\"" + points_of(row.baseline) + "\"/></g>";
 }
 
 /// The levels that a chart shows.
@@ -163,17 +175,8 @@ std::string paper_overlay(const Points& outline, int cols, int rows) {
 
 std::string rows_overlay(const TextRows& text_rows, int cols, int rows) {
     std::string shapes;
-    for (size_t k = 0; k < std::min(text_rows.size(), kMostOverlaid); ++k) {
-        const TextRow& row = text_rows[k];
-        const std::string colour = css(row_colour(static_cast<int>(k)));
-        std::string baseline;
-        for (const Place& place : row.baseline)
-            baseline += number_text(place.x, 1) + "," + number_text(place.y, 1) + " ";
-        shapes += "<g stroke=\"" + colour + "\"><polygon class=\"hull\" fill=\"" + colour + "\" points=\"" +
-                  points_of(row.hull) + "\"/><polygon class=\"line least\" points=\"" +
-                  points_of(row.min_area.pts) + "\"/><polyline class=\"line baseline\" points=\"" + baseline +
-                  "\"/></g>";
-    }
+    for (size_t k = 0; k < std::min(text_rows.size(), kMostOverlaid); ++k)
+        shapes += row_shapes(text_rows[k], css(row_colour(static_cast<int>(k))));
     return overlay(cols, rows, shapes);
 }
 
