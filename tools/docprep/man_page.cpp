@@ -79,8 +79,8 @@ std::string usage(const CommandText& command) {
 }
 
 std::string operation_text(const Operation& operation) {
-    std::string text = tagged({operation.name}, "") + line(operation.description + ".") +
-                       line("Works on " + described(operation.operand) + ".");
+    std::string text =
+        tagged({operation.name}, "") + line(operation.description + ".") + line(described(operation.operand));
     if (operation.parameters.empty()) return text;
     text += ".RS\n";
     for (const Parameter& parameter : operation.parameters)
@@ -113,7 +113,10 @@ std::string man_page(const CommandText& program) {
     for (const CommandText& command : program.commands)
         text +=
             ".SS " + in_quotes(usage(command)) + "\n" + line(command.description + ".") + options_of(command);
-    text += ".SH OPERATIONS\nOf docprep op, which prints JSON where the result is no picture.\n";
+    text += ".SH OPERATIONS\n" +
+            line(
+                "Of docprep op NAME. The picture comes first, where there is one, then the file for "
+                "the result; results that are no picture are printed as JSON.");
     for (const Operation& operation : operations()) text += operation_text(operation);
     for (const Topic& topic : topics()) text += topic_text(topic);
     return text;
