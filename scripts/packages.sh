@@ -24,9 +24,13 @@ need_packages() {
 }
 
 build_packages="g++ cmake ninja-build pkg-config"
-docprep_packages="libjpeg62-turbo-dev libpng-dev zlib1g-dev libexif-dev libcli11-dev nlohmann-json3-dev"
+docprep_packages="libjpeg62-turbo-dev libpng-dev libtiff-dev libwebp-dev libdeflate-dev zlib1g-dev libexif-dev \
+    libcli11-dev nlohmann-json3-dev"
 sample_packages="python3-numpy python3-pil fontconfig fonts-dejavu-core fonts-liberation2 fonts-urw-base35"
 shell_packages="bash zsh fish mandoc"  # what docprep prints for shells and for man is tried in them
-test_packages="libgtest-dev binutils valgrind $shell_packages $sample_packages"
+test_packages="libgtest-dev binutils make valgrind $shell_packages $sample_packages python3-jsonschema"
+browser_packages="chromium"
 aarch64_packages="g++-aarch64-linux-gnu qemu-user googletest"
+consumer_packages="git dpkg-dev make python3 openjdk-17-jdk-headless"
+reference_packages="doxygen"
 bench_packages="libbenchmark-dev libyuv-dev libleptonica-dev libvips-dev libcgal-dev"

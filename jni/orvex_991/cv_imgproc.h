@@ -26,6 +26,7 @@
 #include "cv_geometry.h"
 #include "cv_mat.h"
 #include "cv_rotating_calipers.h"
+#include "orvex_991_version.h"
 #include "util_clock.h"
 #include "util_exception.h"
 #include "util_math.h"
@@ -37,6 +38,7 @@ namespace orvex_cv_991 {
 /// Orders component indices by the areas of their rectangles, larger first.
 class RectAreaComp_ConnComp {
  public:
+    /// @param rects  must live as long as this
     explicit RectAreaComp_ConnComp(orvex_991::vector<Rect>* rects) : rects_(rects) {}
     /// Whether rectangle a has a larger width * height than rectangle b; products wrap in 32 bits.
     /// @throws CException code 4 for an index outside the rectangles
@@ -58,7 +60,7 @@ bool PosComp(const Point& a, const Point& b);
 /// The image operations.
 class CImgproc {
  public:
-    using U8 = Mat<unsigned char>;
+    using U8 = Mat<unsigned char>;  ///< images and masks
 
     // ---- Colour conversion ----
 
@@ -256,6 +258,8 @@ class CImgproc {
     ///                  (turned with the rest) and its channels; as src and dst at once it becomes
     ///                  0 x 0 x 0
     /// @param[out] dst  may be src
+    /// @param[in]  n    clockwise quarter turns
+    /// @param[in]  f    odd mirrors
     /// @throws CException code 3 (dst unchanged, but for an empty src)
     /// @checks none
     /// @prints "image rotation (including flip) cost time: %fms"
@@ -275,6 +279,7 @@ class CImgproc {
     /// remainders count as 3.
     /// @param pt    clamped into the image first
     /// @param size  of the image that pt lies in
+    /// @param n     clockwise quarter turns that it was turned by
     static Point rot90ClockWise(const Point& pt, const Size& size, int n);
     /// The same as rot90ClockWise. Deliberate
     /// (test: anticlockwise_forms_of_points_and_rectangles_are_the_clockwise_ones).
@@ -342,12 +347,11 @@ class CImgproc {
     ///                           stays as it is
     ///                           (test: other_interpolation_gives_zeros_without_the_linear_line)
     /// @param[in,out] mask       null, or a matrix that already holds out_size.width * out_size.height bytes;
-    /// gets 1
-    ///                           where interpolated and 0 where copied, its shape stays. May be src or dst
+    ///                           gets 1 where interpolated and 0 where copied, its shape stays. May be src or dst
     /// @throws CException code 3 (dst unchanged, mask written in part), also when out_size has more pixels than
     ///         can be allocated; an output of which no pixel is written is made whatever its shape
-    /// @checks "!src.empty()", "!trans_matrix.empty()", "2 == trans_matrix.rows", "3
-    ///         == trans_matrix.cols", code 1
+    /// @checks "!src.empty()", "!trans_matrix.empty()", "2 == trans_matrix.rows",
+    ///         "3 == trans_matrix.cols", code 1
     /// @prints "linear" when it samples, then "warpaffine cost time: %fms"
     /// @cost   one pass over the output, a few nanoseconds a pixel; less when m01 = m10 = 0
     static void warpAffine(const U8& src, U8& dst, const Mat<float>& trans_matrix, const Size& out_size,

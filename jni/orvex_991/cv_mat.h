@@ -14,9 +14,9 @@ namespace orvex_cv_991 {
 template <class T>
 class Mat {
  public:
-    int rows = 0;
-    int cols = 0;
-    int channels = 0;
+    int rows = 0;       ///< extent downward
+    int cols = 0;       ///< extent to the right
+    int channels = 0;   ///< elements a pixel
     T* data = nullptr;  ///< owned; array new / array delete
     int dims_rows = 0;  ///< as rows, written by mat_create alone
     int dims_cols = 0;  ///< as cols, written by mat_create alone
@@ -42,6 +42,8 @@ class Mat {
     /// mat_create that also zeroes rows, cols and channels first.
     void init(int rows, int cols, int channels, int fill);
 
+    /// A deep copy.
+    /// @throws CException code 3 as the copy constructor
     Mat clone() const;
 
     /// Deep copy; assigning a matrix to itself changes nothing.
@@ -64,6 +66,7 @@ class Mat {
         ORVEX_CHECK(row < rows && col < cols && 1 == channels);
         return data[static_cast<std::ptrdiff_t>(row) * cols + col];
     }
+    /// As above, to read.
     const T& at(int row, int col) const {
         ORVEX_CHECK(row < rows && col < cols && 1 == channels);
         return data[static_cast<std::ptrdiff_t>(row) * cols + col];

@@ -13,10 +13,12 @@ namespace orvex_991 {
 /// vector index is out of range. The message is empty except where an operation's documentation quotes one.
 class CException {
  public:
-    int code;
-    String message;
+    int code;        ///< 1 to 4, as above
+    String message;  ///< empty, or what the operation's documentation quotes
 
+    /// Without a message.
     explicit CException(int code_) : code(code_) {}
+    /// With a message.
     CException(int code_, const String& message_) : code(code_), message(message_) {}
 };
 

@@ -14,10 +14,14 @@ class String {
     String() = default;
     /// Copies `text` up to its terminating zero; a null pointer counts as the empty text.
     String(const char* text);
+    /// A copy of the text; of a literal, another reference to it.
     String(const String& other);
+    /// Takes the text over and leaves the other empty.
     String(String&& other) noexcept;
     ~String();
+    /// As the copy constructor.
     String& operator=(const String& other);
+    /// As the move constructor.
     String& operator=(String&& other) noexcept;
 
     /// Refers to a text that stays for good, such as a string literal, instead of copying it.
@@ -32,6 +36,7 @@ class String {
     const char* c_str() const { return text_; }
     /// Bytes before the terminating zero.
     int length() const;
+    /// Whether there is no byte before the terminating zero.
     bool empty() const { return *text_ == '\0'; }
 
  private:
@@ -39,7 +44,9 @@ class String {
     bool owned_ = false;
 };
 
+/// Whether the texts are the same.
 bool operator==(const String& a, const String& b);
+/// Whether the texts differ.
 bool operator!=(const String& a, const String& b);
 
 }  // namespace orvex_991

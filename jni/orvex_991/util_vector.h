@@ -15,6 +15,7 @@ namespace orvex_991 {
 class Count {
  public:
     Count() = default;
+    /// @cond  what an int does, left out of the reference
     explicit Count(int value) : value_(value) {}
     operator int() const { return value_; }
     int operator()() const { return value_; }
@@ -28,6 +29,7 @@ class Count {
     Count& operator--() { return *this -= 1; }
     int operator++(int) { return value_++; }
     int operator--(int) { return value_--; }
+    /// @endcond
 
  private:
     int value_ = 0;
@@ -51,9 +53,9 @@ inline void check_vector_size(int size) {
 template <class T>
 class vector {
  public:
-    Count size;
-    Count capacity;
-    T* data = nullptr;
+    Count size;         ///< elements in use
+    Count capacity;     ///< elements that the block has room for
+    T* data = nullptr;  ///< the block
 
     vector() = default;
 
@@ -158,6 +160,7 @@ class vector {
         if (i < 0 || i >= size) throw CException(4);
         return data[i];
     }
+    /// @throws CException code 4 for an index outside 0 .. size - 1; nothing is printed
     const T& operator[](int i) const {
         if (i < 0 || i >= size) throw CException(4);
         return data[i];
@@ -195,6 +198,7 @@ class vector {
                 if (cmp(data[j + 1], data[j])) std::swap(data[j], data[j + 1]);
     }
 
+    /// Exchanges size, capacity and blocks.
     void swap(vector& other) noexcept {
         std::swap(size, other.size);
         std::swap(capacity, other.capacity);

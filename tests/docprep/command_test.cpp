@@ -18,7 +18,7 @@ using nlohmann::json;
 namespace {
 
 const std::string kSample = std::string(DOCPREP_SAMPLES) + "/page.jpg";
-const Names kResults = {"binary.png", "library.log", "page.png", "result.json", "rows.png", "saliency.png"};
+const Names kResults = {"binary.png", "page.png", "result.json", "rows.jpg", "saliency.jpg"};
 
 #if defined(__SANITIZE_ADDRESS__)
 constexpr bool kAddressSanitizer = true;
@@ -92,7 +92,7 @@ TEST(command, the_pictures_have_the_size_of_the_photo) {
     const TemporaryFolder folder;
     docprep_with({write_page(folder, "page.jpg"), "-o", folder.path("out")});
     const docprep::Photo binary = docprep::read_photo(folder.path("out/binary.png"));
-    const docprep::Photo rows = docprep::read_photo(folder.path("out/rows.png"));
+    const docprep::Photo rows = docprep::read_photo(folder.path("out/rows.jpg"));
     EXPECT_EQ(1, binary.pixels.channels);
     EXPECT_EQ(3, rows.pixels.channels);
     for (const docprep::Photo* photo : {&binary, &rows}) {
@@ -158,12 +158,13 @@ TEST(command, camera_frames_are_read_raw_and_gzipped) {
             frame.push_back(static_cast<unsigned char>(page_of_squares(row, col)));
     frame.resize(frame.size() * 3 / 2, 128);
     for (const std::string& path : {folder.write("f.nv21", frame), folder.write("f.nv21.gz", gzip(frame))}) {
-        const Outcome outcome = docprep_with({"--nv21", "300x200", path, "-o", folder.path("out")});
+        const Outcome outcome =
+            docprep_with({"--nv21", "300x200", path, "--timings", "-o", folder.path("out")});
         EXPECT_EQ(0, outcome.exit_code) << outcome.err;
         const json result = result_of(folder);
         EXPECT_EQ("NV21", result["input"]["format"]);
         EXPECT_EQ(4u, result["rows"].size());
-        EXPECT_TRUE(result["milliseconds"].contains("colour"));
+        EXPECT_TRUE(json::parse(text_of(folder.path("out/timings.json"))).contains("colour"));
     }
 }
 
@@ -187,12 +188,12 @@ TEST(command, only_chosen_pictures_are_written_and_only_computed_members_reporte
         {"binarise", {"binary.png"}, {"binarise"}},
         {"page", {"page.png"}, {"binarise", "deskew", "page", "paper"}},
         {"components", {}, {"binarise", "components", "deskew", "page", "paper"}},
-        {"rows", {"rows.png"}, {"binarise", "components", "deskew", "page", "paper", "rows"}},
-        {"seal", {"seal.png"}, {"binarise", "seal"}},
-        {"saliency", {"saliency.png"}, {"binarise"}},  // print tells which way up the photograph lies
-        {"saliency,binarise", {"binary.png", "saliency.png"}, {"binarise"}},
+        {"rows", {"rows.jpg"}, {"binarise", "components", "deskew", "page", "paper", "rows"}},
+        {"seal", {"seal.jpg"}, {"binarise", "seal"}},
+        {"saliency", {"saliency.jpg"}, {"binarise"}},  // print tells which way up the photograph lies
+        {"saliency,binarise", {"binary.png", "saliency.jpg"}, {"binarise"}},
         {"seal,rows,seal",
-         {"rows.png", "seal.png"},
+         {"rows.jpg", "seal.jpg"},
          {"binarise", "components", "deskew", "page", "paper", "rows", "seal"}},
     };
     for (const Case& expected : cases) {
@@ -201,11 +202,11 @@ TEST(command, only_chosen_pictures_are_written_and_only_computed_members_reporte
         const std::string page = write_sealed_page(folder, "page.png");
         const Outcome outcome = docprep_with({page, "-o", folder.path("out"), "--stages", expected.stages});
         EXPECT_EQ(0, outcome.exit_code) << outcome.err;
-        Names files = {"out", "out/library.log", "out/result.json", "page.png"};
+        Names files = {"out", "out/result.json", "page.png"};
         for (const std::string& picture : expected.pictures) files.push_back("out/" + picture);
         std::sort(files.begin(), files.end());
         EXPECT_EQ(files, folder.content());
-        Names members = {"docprep", "height", "input", "milliseconds", "turn", "width"};
+        Names members = {"docprep", "files", "height", "input", "turn", "width"};
         members.insert(members.end(), expected.members.begin(), expected.members.end());
         std::sort(members.begin(), members.end());
         Names found;
@@ -234,28 +235,92 @@ TEST(command, a_stage_gives_alone_what_it_gives_among_all) {
             EXPECT_EQ(all[name], result[name]) << stage;
         }
         for (const char* picture :
-             {"out/binary.png", "out/page.png", "out/rows.png", "out/seal.png", "out/saliency.png"}) {
+             {"out/binary.png", "out/page.png", "out/rows.jpg", "out/seal.jpg", "out/saliency.jpg"}) {
             if (!std::filesystem::exists(alone.path(picture))) continue;
             EXPECT_EQ(text_of(folder.path(picture)), text_of(alone.path(picture))) << stage;
         }
     }
 }
 
-TEST(command, pictures_of_stages_that_are_not_chosen_stay) {
+TEST(command, a_folder_keeps_nothing_of_the_photograph_before) {
+    const TemporaryFolder folder;
+    const std::string sealed = write_sealed_page(folder, "sealed.png");
+    ASSERT_EQ(0,
+              docprep_with({sealed, "-o", folder.path("out"), "--log", "--timings", "--report"}).exit_code);
+    ASSERT_TRUE(std::filesystem::exists(folder.path("out/report.html")));
+    folder.write("out/notes.txt", "mine");
+    folder.write("out/rows.png", "mine, too: the run before wrote rows.jpg");
+    ASSERT_EQ(0, docprep_with({sealed, "-o", folder.path("out"), "--stages", "binarise"}).exit_code);
+    EXPECT_EQ(
+        (Names{"out", "out/binary.png", "out/notes.txt", "out/result.json", "out/rows.png", "sealed.png"}),
+        folder.content());
+}
+
+TEST(command, a_report_leaves_the_other_files_as_they_are_without_it) {
+    const TemporaryFolder folder;
+    const std::string sealed = write_sealed_page(folder, "sealed.png");
+    ASSERT_EQ(0, docprep_with({sealed, "-o", folder.path("out")}).exit_code);
+    ASSERT_EQ(0, docprep_with({sealed, "-o", folder.path("told"), "--report"}).exit_code);
+    for (const char* name : {"binary.png", "page.png", "rows.jpg", "saliency.jpg", "seal.jpg"})
+        EXPECT_EQ(text_of(folder.path("out/") + name), text_of(folder.path("told/") + name)) << name;
+    const json files = json::parse(text_of(folder.path("told/result.json")))["files"];
+    EXPECT_EQ("report.html", files.back());
+    EXPECT_EQ(6u, files.size());
+}
+
+TEST(command, a_report_has_its_pictures_when_no_others_are_written) {
+    const TemporaryFolder folder;
+    const std::string sealed = write_sealed_page(folder, "sealed.png");
+    ASSERT_EQ(0,
+              docprep_with({sealed, "-o", folder.path("out"), "--report", "--pictures", "none"}).exit_code);
+    EXPECT_EQ((Names{"out", "out/page.png", "out/report.html", "out/result.json", "sealed.png"}),
+              folder.content());
+    const std::string page = text_of(folder.path("out/report.html"));
+    for (const char* section : {"rows", "seals", "saliency"})
+        EXPECT_NE(std::string::npos, page.find("id=\"view-" + std::string(section) + "\"")) << section;
+}
+
+TEST(command, a_report_needs_a_folder) {
     const TemporaryFolder folder;
     const std::string page = write_page(folder, "page.jpg");
-    std::filesystem::create_directory(folder.path("out"));
-    folder.write("out/rows.png", "older");
-    folder.write("out/seal.png", "older");
-    EXPECT_EQ(0, docprep_with({page, "-o", folder.path("out"), "--stages", "binarise"}).exit_code);
-    EXPECT_EQ("older", text_of(folder.path("out/rows.png")));
-    EXPECT_EQ("older", text_of(folder.path("out/seal.png")));
+    expect_wrong_usage({page, "-o", folder.path("page.png"), "--report"},
+                       "log, timings and report need a folder");
+    expect_wrong_usage({page, "-o", "-", "--report"}, "log, timings and report need a folder");
+}
+
+TEST(command, two_runs_give_the_same_bytes) {
+    const TemporaryFolder folder;
+    const std::string sealed = write_sealed_page(folder, "sealed.png");
+    ASSERT_EQ(0, docprep_with({sealed, "-o", folder.path("out")}).exit_code);
+    ASSERT_EQ(0, docprep_with({sealed, "-o", folder.path("again")}).exit_code);
+    for (const char* name : {"binary.png", "page.png", "result.json", "rows.jpg", "saliency.jpg", "seal.jpg"})
+        EXPECT_EQ(text_of(folder.path("out/") + name), text_of(folder.path("again/") + name)) << name;
+}
+
+TEST(command, pictures_are_written_as_asked) {
+    const TemporaryFolder folder;
+    const std::string sealed = write_sealed_page(folder, "sealed.png");
+    const Names all = {sealed, "-o", folder.path("out"), "--pictures"};
+    const auto run = [&](const char* kind) {
+        Names arguments = all;
+        arguments.emplace_back(kind);
+        EXPECT_EQ(0, docprep_with(arguments).exit_code);
+        return folder.content();
+    };
+    EXPECT_EQ((Names{"out", "out/binary.png", "out/page.png", "out/result.json", "out/rows.png",
+                     "out/saliency.png", "out/seal.png", "sealed.png"}),
+              run("png"));
+    EXPECT_EQ((Names{"out", "out/page.png", "out/result.json", "sealed.png"}), run("none"));
+    EXPECT_EQ((Names{"out", "out/binary.png", "out/page.png", "out/result.json", "out/rows.jpg",
+                     "out/saliency.jpg", "out/seal.jpg", "sealed.png"}),
+              run("jpeg"));
+    EXPECT_EQ("JPEG", std::string(docprep::read_photo(folder.path("out/rows.jpg")).format));
 }
 
 TEST(command, saliency_is_that_of_the_library_over_the_whole_gray_photo) {
     const TemporaryFolder folder;
     const std::string page = write_sealed_page(folder, "page.png");
-    docprep_with({page, "-o", folder.path("out"), "--stages", "saliency"});
+    docprep_with({page, "-o", folder.path("out"), "--stages", "saliency", "--pictures", "png"});
     Image gray, saliency, everywhere;
     orvex_991::vector<unsigned char> levels;
     orvex_cv_991::CImgproc::bgr2gray(docprep::read_photo(page).pixels, gray);
@@ -268,7 +333,8 @@ TEST(command, saliency_is_that_of_the_library_over_the_whole_gray_photo) {
 
 TEST(command, a_seal_is_reported_and_drawn_where_it_is) {
     const TemporaryFolder folder;
-    const Outcome outcome = docprep_with({write_sealed_page(folder, "page.png"), "-o", folder.path("out")});
+    const Outcome outcome =
+        docprep_with({write_sealed_page(folder, "page.png"), "-o", folder.path("out"), "--pictures", "png"});
     EXPECT_EQ(0, outcome.exit_code) << outcome.err;
     const json seal = result_of(folder)["seal"];
     ASSERT_GE(seal["rects"].size(), 1u);
@@ -336,7 +402,7 @@ TEST(command, pictures_without_a_seal_say_none_and_have_no_seal_picture) {
         EXPECT_NE(std::string::npos, outcome.out.find("\n" + page.line)) << outcome.out;
         const json result = result_of(folder);
         EXPECT_TRUE(result.contains("seal") && result["seal"].is_null()) << result;
-        EXPECT_FALSE(std::filesystem::exists(folder.path("out/seal.png")));
+        EXPECT_FALSE(std::filesystem::exists(folder.path("out/seal.jpg")));
     }
 }
 
@@ -351,17 +417,19 @@ TEST(command, a_gray_picture_has_no_seal_and_says_why) {
 TEST(command, the_seal_picture_of_an_earlier_photo_is_removed) {
     const TemporaryFolder folder;
     docprep_with({write_sealed_page(folder, "sealed.png"), "-o", folder.path("out")});
-    ASSERT_TRUE(std::filesystem::exists(folder.path("out/seal.png")));
+    ASSERT_TRUE(std::filesystem::exists(folder.path("out/seal.jpg")));
     docprep_with({write_page(folder, "page.jpg"), "-o", folder.path("out")});
-    EXPECT_FALSE(std::filesystem::exists(folder.path("out/seal.png")));
+    EXPECT_FALSE(std::filesystem::exists(folder.path("out/seal.jpg")));
     EXPECT_TRUE(result_of(folder)["seal"].is_null());
 }
 
-TEST(command, a_photo_in_the_place_of_a_seal_picture_is_not_removed) {
+TEST(command, a_photo_in_the_place_of_an_earlier_picture_is_not_removed) {
     const TemporaryFolder folder;
-    const std::string page = write_page(folder, "seal.png");
-    expect_failure(docprep_with({page, "-o", folder.path("")}), page, "is the input and would be removed");
-    EXPECT_EQ(Names{"seal.png"}, folder.content());
+    ASSERT_EQ(0, docprep_with({write_sealed_page(folder, "sealed.png"), "-o", folder.path("out")}).exit_code);
+    const std::string page = write_page(folder, "out/seal.jpg");
+    const Names before = folder.content();
+    expect_failure(docprep_with({page, "-o", folder.path("out")}), page, "is the input and would be removed");
+    EXPECT_EQ(before, folder.content());
 }
 
 // ---- Streams ----
@@ -387,7 +455,7 @@ TEST(command, the_summary_is_free_of_library_lines) {
 
 TEST(command, the_log_holds_the_library_lines_and_nothing_else) {
     const TemporaryFolder folder;
-    docprep_with({write_page(folder, "page.jpg"), "-o", folder.path("out")});
+    docprep_with({write_page(folder, "page.jpg"), "-o", folder.path("out"), "--log"});
     const std::string log = text_of(folder.path("out/library.log"));
     for (const char* operation : {"bgr2gray cost time", "sharpness: ", "bwlabel cost time"})
         EXPECT_NE(std::string::npos, log.find(operation)) << log;
@@ -395,17 +463,104 @@ TEST(command, the_log_holds_the_library_lines_and_nothing_else) {
     for (std::string text; std::getline(lines, text);) EXPECT_EQ(0u, text.find("D cv_imgproc.cpp:")) << text;
 }
 
-TEST(command, verbose_shows_library_lines_on_standard_error_and_writes_no_log) {
+TEST(command, verbose_shows_library_lines_on_standard_error) {
     const TemporaryFolder folder;
     const Outcome outcome =
         docprep_with({write_page(folder, "page.jpg"), "--verbose", "-o", folder.path("out")});
     EXPECT_EQ(0, outcome.exit_code);
     EXPECT_NE(std::string::npos, outcome.err.find("bwlabel cost time")) << outcome.err;
     EXPECT_EQ(std::string::npos, outcome.out.find("cost time")) << outcome.out;
-    EXPECT_EQ(std::string::npos, outcome.out.find("library.log")) << outcome.out;
-    EXPECT_EQ((Names{"out", "out/binary.png", "out/page.png", "out/result.json", "out/rows.png",
-                     "out/saliency.png", "page.jpg"}),
+    expect_wrong_usage({"page.jpg", "--verbose", "--log", "-o", folder.path("out")}, "--log");
+}
+
+TEST(command, timings_name_every_step) {
+    const TemporaryFolder folder;
+    docprep_with({write_page(folder, "page.jpg"), "-o", folder.path("out"), "--timings"});
+    const json timings = json::parse(text_of(folder.path("out/timings.json")));
+    for (const char* step : {"read", "gray", "binarise", "page", "rows", "draw", "encode"})
+        EXPECT_TRUE(timings.contains(step) && timings[step].get<double>() >= 0) << timings;
+}
+
+TEST(command, the_result_goes_to_standard_output_as_json) {
+    const TemporaryFolder folder;
+    const std::string page = write_page(folder, "page.jpg");
+    const Outcome outcome = docprep_with({page, "-o", folder.path("out"), "--json"});
+    EXPECT_EQ(0, outcome.exit_code);
+    json printed = json::parse(outcome.out);
+    json written = result_of(folder);
+    printed.erase("files");
+    written.erase("files");
+    EXPECT_EQ(written, printed);
+
+    const Outcome alone = docprep_with({page, "--json"});
+    printed = json::parse(alone.out);
+    EXPECT_EQ(json::array(), printed["files"]);
+    EXPECT_EQ(written["rows"], printed["rows"]);
+}
+
+TEST(command, a_quiet_run_prints_nothing) {
+    const TemporaryFolder folder;
+    for (const char* option : {"-q", "--quiet"}) {
+        const Outcome outcome =
+            docprep_with({write_page(folder, "page.jpg"), option, "-o", folder.path("out")});
+        EXPECT_EQ(0, outcome.exit_code);
+        EXPECT_EQ("", outcome.out + outcome.err);
+    }
+}
+
+TEST(command, the_page_alone_goes_to_a_file_or_to_standard_output) {
+    const TemporaryFolder folder;
+    const std::string page = write_page(folder, "page.jpg");
+    ASSERT_EQ(0, docprep_with({page, "-o", folder.path("out")}).exit_code);
+    const std::string expected = text_of(folder.path("out/page.png"));
+
+    EXPECT_EQ(0, docprep_with({page, "-o", folder.path("new/alone.png")}).exit_code);
+    EXPECT_EQ(expected, text_of(folder.path("new/alone.png")));
+
+    const Outcome streamed = docprep_with({page, "-o", "-"});
+    EXPECT_EQ(expected, streamed.out);
+    EXPECT_EQ("", streamed.err);
+
+    EXPECT_EQ(0, docprep_with({page, "-o", folder.path("alone.jpg")}).exit_code);
+    EXPECT_EQ("JPEG", std::string(docprep::read_photo(folder.path("alone.jpg")).format));
+    EXPECT_EQ((Names{"alone.jpg", "new", "new/alone.png", "out", "out/binary.png", "out/page.png",
+                     "out/result.json", "out/rows.jpg", "out/saliency.jpg", "page.jpg"}),
               folder.content());
+}
+
+TEST(command, a_folder_named_like_a_picture_is_a_folder) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder.path("out.png"));
+    const std::string page = write_page(folder, "page.jpg");
+    EXPECT_EQ(0, docprep_with({page, "-o", folder.path("out.png"), "--pictures", "none"}).exit_code);
+    EXPECT_EQ(0, docprep_with({page, "-o", folder.path("new.png/"), "--pictures", "none"}).exit_code);
+    EXPECT_EQ((Names{"new.png", "new.png/page.png", "new.png/result.json", "out.png", "out.png/page.png",
+                     "out.png/result.json", "page.jpg"}),
+              folder.content());
+}
+
+TEST(command, devices_and_pipes_take_the_page_and_stay_what_they_are) {
+    const TemporaryFolder folder;
+    const std::string page = write_page(folder, "page.jpg");
+    EXPECT_EQ(0, docprep_with({page, "-o", "/dev/null"}).exit_code);
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
+    expect_failure(docprep_with({page, "-o", "/dev/full"}), "/dev/full", "No space left on device");
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
+    expect_failure(docprep_after("", {page, "-o", "-"}, ">/dev/full"), "standard output",
+                   "No space left on device");
+
+    const Outcome piped = run_program(
+        {"sh", "-c", "mkfifo \"$1/pipe\"; cat \"$1/pipe\" & \"$2\" \"$3\" -q -o \"$1/pipe\"; wait", "sh",
+         folder.path(""), DOCPREP_PROGRAM, page});
+    EXPECT_EQ(0u, piped.out.find("\x89PNG")) << piped.err;
+    EXPECT_TRUE(std::filesystem::is_fifo(folder.path("pipe")));
+}
+
+TEST(command, a_reader_that_has_gone_is_one_line) {
+    const TemporaryFolder folder;
+    const Outcome outcome = run_program({"sh", "-c", "(\"$1\" \"$2\" -o - ; echo $? >&2) | :", "sh",
+                                         DOCPREP_PROGRAM, write_page(folder, "page.jpg")});
+    EXPECT_EQ("docprep: standard output: Broken pipe\n2\n", outcome.err);
 }
 
 TEST(command, closed_standard_streams_do_no_harm) {
@@ -442,11 +597,11 @@ TEST(command, unreadable_inputs_are_refused_with_one_line_and_leave_nothing) {
     patch_jpeg_size(oversized, 65000, 65000);
     const std::vector<std::pair<std::string, std::string>> inputs = {
         {folder.write("empty.jpg", ""), "is empty"},
-        {folder.write("letter.txt", "Dear friends"), "is neither a JPEG nor a PNG"},
+        {folder.write("letter.txt", "Dear friends"), "is none of JPEG, PNG, PNM, TIFF and WebP"},
         {folder.write("cut.jpg", cut), "truncated JPEG (Premature end of JPEG file)"},
         {folder.write("huge.jpg", oversized), "65000 x 65000 pixels are too many (limit 256 Mi)"},
         {folder.path(""), "is a folder"},
-        {"/dev/null", "is not a regular file"},
+        {"/dev/null", "is a device"},
     };
     const Names before = folder.content();
     for (const auto& [path, reason] : inputs) {
@@ -520,8 +675,7 @@ TEST(command, a_full_disk_is_one_line_and_leaves_earlier_results_alone) {
     const TemporaryFolder folder;
     std::filesystem::create_directory(folder.path("out"));
     folder.write("out/binary.png", "older");
-    // 64 blocks of 512 bytes (1024 in some shells): enough for the log, not for the pictures.
-    const Outcome outcome = docprep_after("ulimit -f 64;", {kSample, "-o", folder.path("out")});
+    const Outcome outcome = docprep_after("ulimit -f 1;", {kSample, "-o", folder.path("out")});
     EXPECT_EQ(2, outcome.exit_code);
     EXPECT_EQ("", outcome.out);
     EXPECT_EQ("docprep: " + folder.path("out/binary.png") + ": File too large\n", outcome.err);
@@ -534,18 +688,18 @@ TEST(command, a_log_that_cannot_be_stored_is_one_line_and_reaches_no_stream) {
     const TemporaryFolder folder;
     // Both streams are a pipe, to which the limit does not apply.
     const Outcome outcome = docprep_after(
-        "(ulimit -f 0;", {write_page(folder, "page.jpg"), "-o", folder.path("out")}, "2>&1) | cat");
+        "(ulimit -f 0;", {write_page(folder, "page.jpg"), "--log", "-o", folder.path("out")}, "2>&1) | cat");
     EXPECT_EQ("docprep: library.log: File too large\n", outcome.out);
     EXPECT_EQ(Names{"page.jpg"}, folder.content());
 }
 
 TEST(command, the_input_is_not_replaced_by_a_result) {
     const TemporaryFolder folder;
-    const std::string page = write_page(folder, "rows.png");  // a JPEG all the same
+    const std::string page = write_page(folder, "page.png");  // a JPEG all the same
     const std::string before = text_of(page);
     expect_failure(docprep_with({page, "-o", folder.path("")}), page, "is the input and would be replaced");
     EXPECT_EQ(before, text_of(page));
-    EXPECT_EQ(Names{"rows.png"}, folder.content());
+    EXPECT_EQ(Names{"page.png"}, folder.content());
 }
 
 // ---- Usage ----

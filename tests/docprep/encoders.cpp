@@ -6,9 +6,15 @@
 //
 #include <jpeglib.h>
 #include <png.h>
+#include <tiffio.h>
+#include <webp/encode.h>
 #include <zlib.h>
 
+#include <algorithm>
+#include <cstring>
 #include <stdexcept>
+
+#include "test_files.h"
 
 using docprep::Bytes;
 
@@ -155,6 +161,148 @@ Bytes make_png(const PngRequest& request, const Samples& samples) {
     png_write_end(png, info);
     png_destroy_write_struct(&png, &info);
     return out;
+}
+
+int tiff_colour(int index, int k) {
+    return (index * 53 + k * 85) % 256 * 257;
+}
+
+namespace {
+
+/// The samples of a strip or tile from (row, col) on, packed from the highest bit down.
+Bytes tiff_block(const TiffRequest& request, const Samples& samples, int row, int col, int rows, int cols,
+                 int plane) {
+    const int stored = request.planes ? 1 : request.samples;
+    const size_t row_bytes = static_cast<size_t>((cols * stored * request.bits + 7) / 8);
+    Bytes block(row_bytes * static_cast<size_t>(rows));
+    for (int y = 0; y < rows; ++y)
+        for (int i = 0; i < cols * stored; ++i) {
+            unsigned char* const to = block.data() + row_bytes * static_cast<size_t>(y);
+            const int sample = samples(row + y, col + i / stored, request.planes ? plane : i % stored);
+            if (request.bits == 16) {
+                const auto value = static_cast<uint16_t>(sample);
+                std::memcpy(to + 2 * i, &value, 2);
+                continue;
+            }
+            for (int b = 0; b < request.bits; ++b) {
+                const int bit = i * request.bits + b;
+                if (sample >> (request.bits - 1 - b) & 1)
+                    to[bit / 8] = static_cast<unsigned char>(to[bit / 8] | 128 >> bit % 8);
+            }
+        }
+    return block;
+}
+
+void set_tiff_fields(TIFF* tiff, const TiffRequest& request) {
+    const auto set = [&](uint32_t tag, int value) { TIFFSetField(tiff, tag, value); };
+    set(TIFFTAG_SUBFILETYPE, request.subfile_type);
+    set(TIFFTAG_IMAGEWIDTH, request.cols);
+    set(TIFFTAG_IMAGELENGTH, request.rows);
+    set(TIFFTAG_SAMPLESPERPIXEL, request.samples);
+    set(TIFFTAG_BITSPERSAMPLE, request.bits);
+    set(TIFFTAG_SAMPLEFORMAT, request.sample_format);
+    set(TIFFTAG_PHOTOMETRIC, request.photometric);
+    set(TIFFTAG_PLANARCONFIG, request.planes ? PLANARCONFIG_SEPARATE : PLANARCONFIG_CONTIG);
+    set(TIFFTAG_COMPRESSION, request.compression);
+    set(TIFFTAG_ORIENTATION, request.orientation);
+    if (request.compression == COMPRESSION_JPEG) {
+        set(TIFFTAG_JPEGQUALITY, 100);
+        if (request.photometric == PHOTOMETRIC_YCBCR) set(TIFFTAG_JPEGCOLORMODE, JPEGCOLORMODE_RGB);
+    }
+    if (request.tiles) {
+        set(TIFFTAG_TILEWIDTH, 16);
+        set(TIFFTAG_TILELENGTH, 16);
+    } else {
+        set(TIFFTAG_ROWSPERSTRIP, request.strip_rows);
+    }
+    if (request.alpha >= 0) {
+        const auto kind = static_cast<uint16_t>(request.alpha);
+        TIFFSetField(tiff, TIFFTAG_EXTRASAMPLES, 1, &kind);
+    }
+    if (request.dng_version) TIFFSetField(tiff, TIFFTAG_DNGVERSION, "\1\4\0\0");
+    if (request.photometric == PHOTOMETRIC_PALETTE) {
+        std::vector<uint16_t> map[3];
+        for (int k = 0; k < 3; ++k)
+            for (int i = 0; i < 1 << request.bits; ++i)
+                map[k].push_back(static_cast<uint16_t>(tiff_colour(i, k)));
+        TIFFSetField(tiff, TIFFTAG_COLORMAP, map[0].data(), map[1].data(), map[2].data());
+    }
+}
+
+void write_tiff_blocks(TIFF* tiff, const TiffRequest& request, const Samples& samples) {
+    const int block_rows = request.tiles ? 16 : request.strip_rows;
+    const int block_cols = request.tiles ? 16 : request.cols;
+    uint32_t number = 0;
+    for (int plane = 0; plane < (request.planes ? request.samples : 1); ++plane)
+        for (int row = 0; row < request.rows; row += block_rows)
+            for (int col = 0; col < request.cols; col += block_cols, ++number) {
+                const int rows = request.tiles ? 16 : std::min(block_rows, request.rows - row);
+                Bytes block = tiff_block(request, samples, row, col, rows, block_cols, plane);
+                const auto n = static_cast<tmsize_t>(block.size());
+                const tmsize_t done = request.tiles ? TIFFWriteEncodedTile(tiff, number, block.data(), n)
+                                                    : TIFFWriteEncodedStrip(tiff, number, block.data(), n);
+                if (done != n) throw std::runtime_error("cannot write a TIFF");
+            }
+}
+
+}  // namespace
+
+Bytes make_tiff(const TiffRequest& request, const Samples& samples) {
+    const TemporaryFolder folder;
+    const std::string path = folder.path("made.tif");
+    const TIFFErrorHandler warnings = TIFFSetWarningHandler(nullptr);  // of what is seldom written
+    TIFF* tiff = TIFFOpen(path.c_str(), request.big_endian ? "wb" : "wl");
+    for (int page = 0; page < request.pages; ++page) {
+        set_tiff_fields(tiff, request);
+        write_tiff_blocks(tiff, request, samples);
+        TIFFWriteDirectory(tiff);
+    }
+    TIFFClose(tiff);
+    TIFFSetWarningHandler(warnings);
+    return bytes_of(text_of(path));
+}
+
+namespace {
+
+void put_little_endian(Bytes& to, size_t number, int bytes) {
+    for (int k = 0; k < bytes; ++k) to.push_back(static_cast<unsigned char>(number >> 8 * k));
+}
+
+void put_chunk(Bytes& to, const char* name, const Bytes& content) {
+    to.insert(to.end(), name, name + 4);
+    put_little_endian(to, content.size(), 4);
+    to.insert(to.end(), content.begin(), content.end());
+    if (content.size() % 2 != 0) to.push_back(0);
+}
+
+}  // namespace
+
+Bytes make_webp(const WebpRequest& request, const Samples& samples) {
+    Bytes pixels;
+    for (int y = 0; y < request.rows; ++y)
+        for (int x = 0; x < request.cols; ++x)
+            for (int k = 0; k < 4; ++k)
+                pixels.push_back(k < 3 || request.alpha ? static_cast<unsigned char>(samples(y, x, k)) : 255);
+    unsigned char* made = nullptr;
+    const int stride = 4 * request.cols;
+    const size_t n = request.lossless
+                         ? WebPEncodeLosslessRGBA(pixels.data(), request.cols, request.rows, stride, &made)
+                         : WebPEncodeRGBA(pixels.data(), request.cols, request.rows, stride, 100, &made);
+    const Bytes simple(made, made + n);
+    WebPFree(made);
+    if (request.exif.empty() && !request.film) return simple;
+
+    Bytes features = {static_cast<unsigned char>((request.exif.empty() ? 0 : 8) | (request.film ? 2 : 0)), 0,
+                      0, 0};
+    put_little_endian(features, static_cast<size_t>(request.cols - 1), 3);
+    put_little_endian(features, static_cast<size_t>(request.rows - 1), 3);
+    Bytes content = {'W', 'E', 'B', 'P'};
+    put_chunk(content, "VP8X", features);
+    content.insert(content.end(), simple.begin() + 12, simple.end());
+    if (!request.exif.empty()) put_chunk(content, "EXIF", request.exif);
+    Bytes webp;
+    put_chunk(webp, "RIFF", content);
+    return webp;
 }
 
 Bytes tiff_with_entry(bool big_endian, int tag, int type, int value) {

@@ -48,6 +48,43 @@ struct PngRequest {
 /// Samples have `depth` bits: grey, index, or R, G, B, and then alpha.
 docprep::Bytes make_png(const PngRequest& request, const Samples& samples);
 
+/// Numbers of libtiff's header, which this one leaves out.
+struct TiffRequest {
+    int photometric = 1;
+    int samples = 1;  ///< a pixel
+    int bits = 8;     ///< a sample
+    int rows = 5;
+    int cols = 7;
+    int compression = 1;
+    int strip_rows = 2;
+    bool tiles = false;   ///< of 16 x 16 instead of strips
+    bool planes = false;  ///< each sample of all pixels by itself
+    bool big_endian = false;
+    int alpha = -1;  ///< the kind of the last sample if it is no colour: 1 multiplied, 2 not, 0 not alpha
+    int orientation = 1;
+    int sample_format = 1;
+    int subfile_type = 0;
+    bool dng_version = false;
+    int pages = 1;
+};
+
+/// Samples have `bits` bits; JPEG compression (7) takes R, G, B for YCbCr. Index i of a palette (photometric 3) stands for
+/// tiff_colour(i, k), k from red on, in 16 bits.
+docprep::Bytes make_tiff(const TiffRequest& request, const Samples& samples);
+int tiff_colour(int index, int k);
+
+struct WebpRequest {
+    int rows = 5;
+    int cols = 7;
+    bool lossless = true;
+    bool alpha = false;
+    bool film = false;    ///< only says that it is one
+    docprep::Bytes exif;  ///< content of an EXIF chunk; none when empty
+};
+
+/// Samples are R, G, B and then alpha.
+docprep::Bytes make_webp(const WebpRequest& request, const Samples& samples);
+
 /// A TIFF header and a directory with one entry, little- or big-endian.
 docprep::Bytes tiff_with_entry(bool big_endian, int tag, int type, int value);
 

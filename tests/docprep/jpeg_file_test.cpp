@@ -107,6 +107,55 @@ TEST(jpeg_file, a_missing_end_is_called_truncated) {
     EXPECT_EQ("truncated JPEG (Premature end of JPEG file)", refusal(jpeg));
 }
 
+TEST(jpeg_file, a_missing_end_marker_alone_is_warned_of) {
+    JpegRequest several_scans;
+    several_scans.one_scan_a_component = true;
+    JpegRequest progressive;
+    progressive.progressive = true;
+    for (const JpegRequest& request : {JpegRequest(), several_scans, progressive}) {
+        const Bytes whole = make_jpeg(request, blocks);
+        EXPECT_TRUE(docprep::decode_jpeg(whole, "photo").warnings.empty());
+        for (const size_t missing : {1u, 2u}) {
+            const Bytes cut(whole.begin(), whole.end() - static_cast<ptrdiff_t>(missing));
+            const Photo photo = docprep::decode_jpeg(cut, "photo");
+            EXPECT_EQ(std::vector<std::string>{"lacks its end"}, photo.warnings);
+            expect_pixels(photo, 3, bgr_of_blocks);
+        }
+        for (size_t n = 0; n + 2 < whole.size(); ++n)
+            EXPECT_NE("", refusal(Bytes(whole.begin(), whole.begin() + static_cast<ptrdiff_t>(n)))) << n;
+    }
+}
+
+TEST(jpeg_file, what_is_encoded_is_decoded_again) {
+    for (const int channels : {1, 3}) {
+        docprep::Image image;
+        image.mat_create(16, 16, channels, 0);
+        const auto level = [&](int row, int col, int k) { return 90 + 4 * row + 3 * col + 10 * k; };
+        for (int i = 0; i < 256 * channels; ++i)
+            image.data[i] =
+                static_cast<unsigned char>(level(i / channels / 16, i / channels % 16, i % channels));
+        expect_pixels(docprep::decode_jpeg(docprep::encode_jpeg(image, 95), "photo"), channels, level);
+    }
+}
+
+TEST(jpeg_file, less_quality_takes_fewer_bytes) {
+    docprep::Image image;
+    image.mat_create(200, 300, 1, 0);
+    for (int i = 0; i < 200 * 300; ++i) image.data[i] = static_cast<unsigned char>(i * i / 100);
+    const size_t good = docprep::encode_jpeg(image, 85).size();
+    EXPECT_LT(docprep::encode_jpeg(image, 30).size(), good);
+    EXPECT_GT(docprep::encode_jpeg(image, 98).size(), good);
+    EXPECT_EQ(good, docprep::encode_jpeg(image).size());
+}
+
+TEST(jpeg_file, the_resolution_is_in_the_header) {
+    docprep::Image image;
+    image.mat_create(2, 2, 1, 9);
+    const Bytes jpeg = docprep::encode_jpeg(image, 85, 300);
+    EXPECT_EQ(Bytes({'J', 'F', 'I', 'F', 0, 1, 1, 1, 1, 44, 1, 44}),
+              Bytes(jpeg.begin() + 6, jpeg.begin() + 18));
+}
+
 TEST(jpeg_file, an_early_end_marker_is_called_damaged) {
     Bytes jpeg = make_jpeg({}, noise);
     jpeg.resize(jpeg.size() - 100);

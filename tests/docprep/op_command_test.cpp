@@ -380,12 +380,12 @@ std::map<std::string, Direct> direct_calls() {
         {"minAreaRect",
          {{},
           [](Image&, json& v) {
-              const RotatedRect rect = CImgproc::minAreaRect(binary());
-              v = {{"pts", plain(rect.pts)},
-                   {"center", plain(rect.center)},
-                   {"width", rect.width},
-                   {"height", rect.height},
-                   {"angle", plain(rect.angle)}};
+              const RotatedRect least = CImgproc::minAreaRect(binary());
+              v = {{"pts", plain(least.pts)},
+                   {"center", plain(least.center)},
+                   {"width", least.width},
+                   {"height", least.height},
+                   {"angle", plain(least.angle)}};
           }}},
         {"getRotatedRectAngle",
          {{},

@@ -168,7 +168,7 @@ TEST(page_command, a_turn_is_clockwise_and_reported_and_pictures_are_turned) {
               result_of(folder)["turn"]);
     EXPECT_NE(std::string::npos, outcome.out.find("\nturned        90 degrees clockwise, 420 x 360\n"))
         << outcome.out;
-    for (const char* name : {"binary.png", "page.png", "rows.png", "saliency.png"}) {
+    for (const char* name : {"binary.png", "page.png", "rows.jpg", "saliency.jpg"}) {
         EXPECT_EQ(kPaperCols, picture_of(folder, name).cols) << name;
         EXPECT_EQ(kPaperRows, picture_of(folder, name).rows) << name;
     }
@@ -225,6 +225,10 @@ TEST(page_command, a_blank_page_is_not_sharp_enough_for_any_limit) {
     EXPECT_NE(std::string::npos, outcome.out.find("\nsharpness     0, no text\n")) << outcome.out;
     expect_failure(docprep_with({path, "-o", folder.path("out"), "--min-sharpness", "0.5"}), path,
                    "is blurred: sharpness 0 is below 0.5", docprep::kRefused);
+    EXPECT_NE(std::string::npos, outcome.out.find("\nrows          none: no text was found\n"))
+        << outcome.out;
+    expect_failure(docprep_with({path, "-o", folder.path("out"), "--require-text"}), path,
+                   "no text was found", docprep::kRefused);
 }
 
 // ---- Binarisation ----
@@ -295,7 +299,7 @@ TEST(page_command, a_deskewed_page_holds_the_whole_photo_on_white) {
     EXPECT_EQ(255, page.data[last]);
     // 52 squares of 12 x 15.
     EXPECT_NEAR(52 * 12 * 15, static_cast<double>(std::count(page.data, page.data + last, 0)), 1200);
-    EXPECT_EQ(page.cols, picture_of(folder, "rows.png").cols);
+    EXPECT_EQ(page.cols, picture_of(folder, "rows.jpg").cols);
 }
 
 TEST(page_command, what_the_border_cuts_stays_out_of_the_rows_of_a_deskewed_page) {
@@ -376,7 +380,7 @@ TEST(page_command, the_page_states_its_resolution) {
     int per_metre = 0;
     for (size_t k = 4; k < 8; ++k) per_metre = per_metre * 256 + static_cast<unsigned char>(png[chunk + k]);
     EXPECT_NEAR(result_of(folder)["page"]["dots_per_inch"].get<double>(), per_metre * 0.0254, 0.5);
-    EXPECT_EQ(std::string::npos, text_of(folder.path("out/rows.png")).find("pHYs"));
+    EXPECT_EQ(std::string::npos, text_of(folder.path("out/binary.png")).find("pHYs"));
 }
 
 // ---- Usage ----

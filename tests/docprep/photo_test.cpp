@@ -44,9 +44,10 @@ Bytes small_png(bool interlaced) {
     return make_png(request, stripes);
 }
 
-void expect_every_truncation_refused(const Bytes& whole) {
+/// @param harmless  how many bytes at the end may be missing
+void expect_every_truncation_refused(const Bytes& whole, size_t harmless = 0) {
     ASSERT_EQ("", refusal(whole));
-    for (size_t n = 0; n < whole.size(); ++n) {
+    for (size_t n = 0; n < whole.size() - harmless; ++n) {
         const Bytes cut(whole.begin(), whole.begin() + static_cast<ptrdiff_t>(n));
         const std::string reason = refusal(cut);
         EXPECT_NE("", reason) << "cut after " << n << " of " << whole.size() << " bytes";
@@ -70,12 +71,14 @@ int refused_after_damage(const Bytes& whole, unsigned seed) {
 
 }  // namespace
 
+constexpr size_t kEndMarker = 2;  // bytes of a JPEG that hold no pixel
+
 TEST(photo, every_truncation_of_a_jpeg_is_refused) {
-    expect_every_truncation_refused(small_jpeg(false));
+    expect_every_truncation_refused(small_jpeg(false), kEndMarker);
 }
 
 TEST(photo, every_truncation_of_a_progressive_jpeg_is_refused) {
-    expect_every_truncation_refused(small_jpeg(true));
+    expect_every_truncation_refused(small_jpeg(true), kEndMarker);
 }
 
 TEST(photo, every_truncation_of_a_png_is_refused) {
@@ -116,7 +119,53 @@ TEST(photo, an_empty_file_is_refused_as_empty) {
 }
 
 TEST(photo, a_text_file_is_refused_as_no_picture) {
-    EXPECT_EQ("is neither a JPEG nor a PNG", refusal(bytes_of("Dear friends at the harbour school,\n")));
+    EXPECT_EQ("is none of JPEG, PNG, PNM, TIFF and WebP",
+              refusal(bytes_of("Dear friends at the harbour school,\n")));
+}
+
+TEST(photo, other_kinds_of_pictures_are_named) {
+    const auto file = [](const std::string& beginning, size_t offset = 0) {
+        std::string text(offset, '\0');
+        text += beginning;
+        text.resize(80);
+        return bytes_of(text);
+    };
+    struct Case {
+        Bytes bytes;
+        std::string kind;
+    };
+    const std::vector<Case> cases = {
+        {file("ftypheic", 4), "a HEIC picture"},
+        {file("ftyphevx", 4), "a HEIC picture"},
+        {file("ftypmif1", 4), "a HEIF picture"},
+        {file("ftypavif", 4), "an AVIF picture"},
+        {file("GIF89a"), "a GIF"},
+        {file("GIF87a"), "a GIF"},
+        {file(std::string("BM\x46\0\0\0\0\0\0\0\x36\0\0\0\x28", 15)), "a BMP"},
+        {file("%PDF-1.7"), "a PDF"},
+        {file(std::string("\0\0\0\x0cjP  \r\n", 10)), "a JPEG 2000"},
+        {file("\xff\x4f\xff\x51"), "a JPEG 2000"},
+        {file(std::string("\0\0\0\x0cJXL \r\n", 10)), "a JPEG XL"},
+        {file("\xff\x0a"), "a JPEG XL"},
+        {file("8BPS"), "a PSD"},
+        {file(std::string("II*\0\x10\0\0\0CR\2\0", 12)), "a raw camera picture"},
+        {file("FUJIFILMCCD-RAW"), "a raw camera picture"},
+        {file("ftypcrx ", 4), "a raw camera picture"},
+    };
+    for (const Case& other : cases)
+        EXPECT_EQ("is " + other.kind + ", which is not read; convert it to JPEG or PNG first",
+                  refusal(other.bytes));
+    EXPECT_EQ("is none of JPEG, PNG, PNM, TIFF and WebP", refusal(bytes_of("BM is short for a long word")));
+}
+
+TEST(photo, every_format_is_told_by_its_first_bytes) {
+    EXPECT_STREQ("TIFF", docprep::decode_photo(make_tiff({}, stripes), "photo").format);
+    TiffRequest big;
+    big.big_endian = true;
+    EXPECT_STREQ("TIFF", docprep::decode_photo(make_tiff(big, stripes), "photo").format);
+    EXPECT_STREQ("WebP", docprep::decode_photo(make_webp({}, stripes), "photo").format);
+    EXPECT_STREQ("PNM", docprep::decode_photo(bytes_of("P2 1 1 9 9"), "photo").format);
+    EXPECT_EQ("is none of JPEG, PNG, PNM, TIFF and WebP", refusal(bytes_of("P2P is a word")));
 }
 
 TEST(photo, bytes_after_the_end_are_ignored) {
@@ -141,7 +190,7 @@ TEST(photo, a_device_is_refused_without_reading_it) {
         docprep::read_photo("/dev/zero");
         FAIL() << "was read";
     } catch (const Failure& failure) {
-        EXPECT_STREQ("is not a regular file", failure.what());
+        EXPECT_STREQ("is a device", failure.what());
     }
 }
 

@@ -6,6 +6,7 @@
 #include "binarise.h"
 #include "commands.h"
 #include "cv_imgproc.h"
+#include "drawing.h"
 #include "encoders.h"
 #include "photo.h"
 
@@ -459,6 +460,7 @@ TEST(picture_command, failures_are_one_line_and_leave_nothing) {
     const TemporaryFolder folder;
     const std::string path = write_picture(folder, "p.png", 40, 61, blots);
     const std::string letter = folder.write("letter.txt", "Dear friends");
+    std::filesystem::create_directory(folder.path("folder.png"));
     const Names before = folder.content();
     for (const std::string& command : kCommands) {
         SCOPED_TRACE(command);
@@ -466,11 +468,11 @@ TEST(picture_command, failures_are_one_line_and_leave_nothing) {
         expect_failure(docprep_with(command_line(command, "no.jpg", out)), "no.jpg",
                        "No such file or directory");
         expect_failure(docprep_with(command_line(command, letter, out)), letter,
-                       "is neither a JPEG nor a PNG");
+                       "is none of JPEG, PNG, PNM, TIFF and WebP");
         expect_failure(docprep_with(command_line(command, path, letter + "/out.png")), letter,
                        "is not a folder");
-        expect_failure(docprep_with(command_line(command, path, folder.path("."))), folder.path("."),
-                       "is a folder");
+        expect_failure(docprep_with(command_line(command, path, folder.path("folder.png"))),
+                       folder.path("folder.png"), "is a folder");
         EXPECT_EQ(before, folder.content());
     }
 }
@@ -515,4 +517,38 @@ TEST(picture_command, help_succeeds_and_lists_the_options) {
                                           std::string("--nv21"), std::string("--verbose")})
             EXPECT_NE(std::string::npos, help.out.find(option)) << help.out;
     }
+}
+
+TEST(picture_command, the_ending_of_the_output_decides_its_format) {
+    const TemporaryFolder folder;
+    const std::string path = write_picture(folder, "p.png", 40, 60, blots);
+    for (const std::string& command : kCommands) {
+        const std::string reference = folder.path("reference.png");
+        EXPECT_EQ(0, docprep_with(command_line(command, path, reference)).exit_code);
+        for (const auto& [name, format] :
+             std::vector<std::pair<std::string, std::string>>{{"r.PNG", "PNG"},
+                                                              {"r.jpg", "JPEG"},
+                                                              {"r.ppm", "PNM"},
+                                                              {"r.tiff", "TIFF"},
+                                                              {"r.webp", "WebP"}}) {
+            SCOPED_TRACE(command + " to " + name);
+            const Outcome outcome = docprep_with(command_line(command, path, folder.path(name)));
+            ASSERT_EQ(0, outcome.exit_code) << outcome.err;
+            const docprep::Photo photo = docprep::read_photo(folder.path(name));
+            EXPECT_EQ(format, photo.format);
+            if (format == "JPEG") continue;
+            const Image expected = pixels_of(reference);
+            expect_same_pixels(format == "WebP" ? docprep::in_colour(expected) : expected, photo.pixels);
+        }
+    }
+}
+
+TEST(picture_command, another_ending_is_wrong_usage_with_the_known_ones) {
+    const TemporaryFolder folder;
+    const std::string path = write_picture(folder, "p.png", 40, 60, blots);
+    for (const std::string& command : kCommands)
+        for (const char* name : {"r.gif", "r", "r.png.gz"})
+            expect_wrong_usage(command_line(command, path, folder.path(name)),
+                               "' does not end in .png, .jpg, .jpeg, .tif, .tiff, .webp, .pgm, .ppm, .pnm");
+    EXPECT_EQ(Names{"p.png"}, folder.content());
 }

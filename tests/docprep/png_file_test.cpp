@@ -190,3 +190,57 @@ TEST(png_file, what_is_encoded_is_decoded_again) {
         EXPECT_EQ(0, std::memcmp(image.data, photo.pixels.data, static_cast<size_t>(n)));
     }
 }
+
+namespace {
+
+/// 0 and 255 in blocks, with a last byte of a row that is not full.
+Image black_and_white() {
+    Image image;
+    image.mat_create(9, 21, 1, 0);
+    for (int i = 0; i < 9 * 21; ++i) image.data[i] = i * i / 7 % 2 == 0 ? 255 : 0;
+    return image;
+}
+
+constexpr size_t kDepth = 24, kColourType = 25;  // of a PNG's bytes
+
+}  // namespace
+
+TEST(png_file, black_and_white_is_written_as_bits) {
+    Image image = black_and_white();
+    const Bytes bits = docprep::encode_png(image);
+    EXPECT_EQ(1, bits[kDepth]);
+    EXPECT_EQ(0, bits[kColourType]);
+    const Photo photo = docprep::decode_png(bits, "photo");
+    ASSERT_EQ(1, photo.pixels.channels);
+    ASSERT_EQ(21, photo.pixels.cols);
+    EXPECT_EQ(0, std::memcmp(image.data, photo.pixels.data, 9 * 21));
+    image.data[9 * 21 - 1] = 254;
+    EXPECT_EQ(8, docprep::encode_png(image)[kDepth]);
+}
+
+TEST(png_file, colour_is_never_written_as_bits) {
+    Image image;
+    image.mat_create(4, 4, 3, 255);
+    const Bytes png = docprep::encode_png(image);
+    EXPECT_EQ(8, png[kDepth]);
+    EXPECT_EQ(2, png[kColourType]);
+    EXPECT_EQ(3, docprep::decode_png(png, "photo").pixels.channels);
+}
+
+TEST(png_file, the_resolution_is_in_dots_a_metre) {
+    const Bytes without = docprep::encode_png(black_and_white());
+    const Bytes with = docprep::encode_png(black_and_white(), 300);
+    EXPECT_EQ(without.size() + 21, with.size());
+    const Bytes expected = {0, 0, 0, 9, 'p', 'H', 'Y', 's', 0, 0, 0x2e, 0x23, 0, 0, 0x2e, 0x23, 1};
+    EXPECT_EQ(expected, Bytes(with.begin() + 33, with.begin() + 50));  // 11811 = 300 / 0.0254
+}
+
+TEST(png_file, large_pictures_come_back) {
+    Image image;
+    image.mat_create(611, 803, 3, 0);
+    const int n = 611 * 803 * 3;
+    for (int i = 0; i < n; ++i) image.data[i] = static_cast<unsigned char>(i * 31 + i / 991);
+    const Photo photo = docprep::decode_png(docprep::encode_png(image), "photo");
+    ASSERT_EQ(611, photo.pixels.rows);
+    EXPECT_EQ(0, std::memcmp(image.data, photo.pixels.data, static_cast<size_t>(n)));
+}

@@ -72,7 +72,7 @@ Report sample() {
 }
 
 json parsed(const Report& report) {
-    const docprep::Bytes text = docprep::result_json(report);
+    const docprep::Bytes text = docprep::result_json(report, {"page.png"});
     return json::parse(text.begin(), text.end());
 }
 
@@ -130,7 +130,7 @@ TEST(report, json_holds_everything) {
     EXPECT_EQ(json({{{20, 30}}, {{3, 4}}}), result["seal"]["outlines"]);
     EXPECT_EQ(12, result["seal"]["marks"]["pixels"]);
     EXPECT_EQ(json({{"x", 22}, {"y", 31}, {"width", 4}, {"height", 3}}), result["seal"]["marks"]["rects"][0]);
-    EXPECT_TRUE(result["milliseconds"]["gray"].is_number());
+    EXPECT_EQ(json({"page.png"}), result["files"]);
     EXPECT_EQ(14u, result.size());
 }
 
@@ -162,7 +162,7 @@ TEST(report, the_summary_has_no_line_of_a_stage_that_did_not_run) {
 }
 
 TEST(report, json_has_one_line_a_rectangle) {
-    const docprep::Bytes bytes = docprep::result_json(sample());
+    const docprep::Bytes bytes = docprep::result_json(sample(), {});
     const std::string text(bytes.begin(), bytes.end());
     EXPECT_NE(std::string::npos, text.find("\n      {\"x\":1,\"y\":2,\"width\":3,\"height\":4},\n")) << text;
     EXPECT_EQ("}\n", text.substr(text.size() - 2));

@@ -2,9 +2,17 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdint>
+#include <functional>
+
+#include "binarise.h"
 #include "failure.h"
+#include "library_log.h"
+#include "print.h"
 
 using docprep::Image;
+using docprep::Rects;
 using docprep::Sharpness;
 using docprep::TextComponents;
 using orvex_cv_991::Rect;
@@ -44,7 +52,64 @@ Image page(int blur) {
     return gray;
 }
 
+/// Numbers from 0 to 255 that look random and are the same in each run.
+class Random {
+ public:
+    int level() {
+        state_ = state_ * 6364136223846793005u + 1442695040888963407u;
+        return static_cast<int>(state_ >> 56);
+    }
+
+ private:
+    uint64_t state_ = 1;
+};
+
+/// What is said of a picture whose print is found as in a photograph's.
+std::string verdict_of(int rows, int cols, const std::function<int()>& level) {
+    docprep::LibraryLog log(docprep::LibraryLines::kDropped);
+    const docprep::LibraryLog::Redirection redirection(log);
+    Image gray, binary;
+    gray.mat_create(rows, cols, 1, 0);
+    for (int k = 0; k < rows * cols; ++k) gray.data[k] = static_cast<unsigned char>(level());
+    docprep::binarise(gray, docprep::measure_for(docprep::BinariseMethod::kAdaptive, gray), binary);
+    const TextComponents text = docprep::find_print("noise", binary).text;
+    EXPECT_GT(text.kept.size(), 30) << "it has marks that could be letters";
+    return docprep::verdict(docprep::measure_sharpness(gray, text));
+}
+
 }  // namespace
+
+TEST(sharpness, noise_has_no_text) {
+    Random random;
+    EXPECT_EQ("no text", verdict_of(240, 320, [&] { return random.level(); })) << "uniform";
+    EXPECT_EQ("no text", verdict_of(240, 320,
+                                    [&] {
+                                        const int level = random.level();
+                                        return level < 3 ? 0 : level > 252 ? 255 : 235;
+                                    }))
+        << "salt and pepper";
+    EXPECT_EQ("no text", verdict_of(240, 320, [&] { return 215 + (random.level() + random.level()) / 13; }))
+        << "grain";
+}
+
+TEST(sharpness, marks_that_do_not_stand_on_lines_are_no_text) {
+    TextComponents text = letters();
+    for (int k = 0; k < text.kept.size; ++k) text.kept[k].y += k * k * 7 % 23;
+    EXPECT_EQ("no text", docprep::verdict(docprep::measure_sharpness(page(0), text)));
+}
+
+TEST(sharpness, of_lines_that_run_downward_the_letters_are_measured) {
+    TextComponents text = letters();
+    Rects columns;  // their left edges alone agree
+    for (int k = 0; k < text.kept.size; ++k) {
+        Rect rect = text.kept[k];
+        const int column = rect.x / 60, row = rect.y / 60;
+        rect.y += (column * 11 + row * 5) % 17;
+        columns.push_back(rect);
+    }
+    text.kept = columns;
+    EXPECT_EQ("sharp", docprep::verdict(docprep::measure_sharpness(page(0), text)));
+}
 
 TEST(sharpness, letters_with_hard_edges_are_sharp_and_smeared_ones_blurred) {
     const Sharpness sharp = docprep::measure_sharpness(page(0), letters());
@@ -62,14 +127,16 @@ TEST(sharpness, a_page_without_text_has_none) {
 
 TEST(sharpness, strokes_too_narrow_to_measure_are_left_out) {
     TextComponents text;
-    text.kept.push_back(Rect(100, 10, 1, 300));
+    text.text_height = 60;
+    for (int x = 20; x < 380; x += 40) text.kept.push_back(Rect(x, 40, 1, 60));
     EXPECT_EQ("no text", docprep::verdict(docprep::measure_sharpness(page(0), text)));
 }
 
 TEST(sharpness, components_at_the_border_are_measured_as_far_as_they_reach) {
     TextComponents text;
-    text.kept.push_back(Rect(0, 0, 60, 60));
-    text.kept.push_back(Rect(kExtent - 60, kExtent - 60, 60, 60));
+    text.text_height = 60;
+    for (int x = 0; x < kExtent; x += 80)
+        for (const int y : {0, kExtent - 60}) text.kept.push_back(Rect(x, y, std::min(60, kExtent - x), 60));
     EXPECT_EQ("sharp", docprep::verdict(docprep::measure_sharpness(page(0), text)));
 }
 

@@ -15,33 +15,66 @@ Descriptor::~Descriptor() {
     if (fd_ >= 0) close(fd_);
 }
 
+Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
+    std::swap(fd_, other.fd_);
+    return *this;
+}
+
 int Descriptor::release() {
     return std::exchange(fd_, -1);
 }
 
-Bytes read_file(const std::string& path) {
-    // Without O_NONBLOCK, opening a pipe that nobody writes to would wait for ever.
-    const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    if (file.get() < 0) throw Failure(path, system_reason(errno));
-    struct stat status {};
-    if (fstat(file.get(), &status) != 0) throw Failure(path, system_reason(errno));
-    if (S_ISDIR(status.st_mode)) throw Failure(path, "is a folder");
-    if (!S_ISREG(status.st_mode)) throw Failure(path, "is not a regular file");
-    if (status.st_size > kMostFileBytes)
-        throw Failure(path, "is larger than " + std::to_string(kMostFileBytes >> 20) + " MiB");
+namespace {
 
-    // The length may change meanwhile: what counts is what read() delivers, up to the length seen first.
-    Bytes bytes(static_cast<size_t>(status.st_size));
+void require_readable(const std::string& path, const struct stat& status) {
+    if (S_ISDIR(status.st_mode)) throw Failure(path, "is a folder");
+    if (S_ISCHR(status.st_mode) || S_ISBLK(status.st_mode)) throw Failure(path, "is a device");
+    if (S_ISSOCK(status.st_mode)) throw Failure(path, "is a socket");
+}
+
+/// Asked before it is opened: opening alone makes some devices act.
+void require_readable(const std::string& path) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) throw Failure(path, system_reason(errno));
+    require_readable(path, status);
+}
+
+/// Reads on from where the descriptor stands.
+/// @param expected  how many bytes there seem to be
+Bytes read_rest(int fd, int64_t expected, const std::string& path) {
+    const auto require_length = [&](int64_t n) {
+        if (n > kMostFileBytes)
+            throw Failure(path, "is larger than " + std::to_string(kMostFileBytes >> 20) + " MiB");
+    };
+    require_length(expected);
+    Bytes bytes(static_cast<size_t>(expected) + 1);  // one more, to meet the end without growing
     size_t have = 0;
-    while (have < bytes.size()) {
-        const ssize_t n = read(file.get(), bytes.data() + have, bytes.size() - have);
+    for (;;) {
+        const ssize_t n = read(fd, bytes.data() + have, bytes.size() - have);
         if (n < 0 && errno == EINTR) continue;
         if (n < 0) throw Failure(path, system_reason(errno));
         if (n == 0) break;
         have += static_cast<size_t>(n);
+        require_length(static_cast<int64_t>(have));
+        if (have == bytes.size()) bytes.resize(2 * have);
     }
     bytes.resize(have);
     return bytes;
+}
+
+}  // namespace
+
+Bytes read_file(const std::string& path) {
+    constexpr int64_t kPipeBuffer = 1 << 16;
+    const bool standard_input = path == "-";
+    if (!standard_input) require_readable(path);
+    const Descriptor file(standard_input ? -1 : open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
+    if (!standard_input && file.get() < 0) throw Failure(path, system_reason(errno));
+    const int fd = standard_input ? STDIN_FILENO : file.get();
+    struct stat status {};
+    if (fstat(fd, &status) != 0) throw Failure(path, system_reason(errno));
+    require_readable(path, status);
+    return read_rest(fd, S_ISREG(status.st_mode) ? int64_t{status.st_size} : kPipeBuffer, path);
 }
 
 }  // namespace docprep

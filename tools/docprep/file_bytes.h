@@ -10,7 +10,8 @@ namespace docprep {
 
 using Bytes = std::vector<unsigned char>;
 
-/// More than any picture of kMostPixels needs in practice; a longer file is refused before it is read.
+/// More than any picture of kMostPixels needs in practice. A longer file is refused before it is read, a pipe as soon
+/// as it has brought more.
 constexpr int64_t kMostFileBytes = int64_t{1} << 30;
 
 /// Owner of a file descriptor.
@@ -21,6 +22,7 @@ class Descriptor {
     ~Descriptor();
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
+    Descriptor& operator=(Descriptor&& other) noexcept;
 
     int get() const { return fd_; }
     /// Gives the descriptor away.
@@ -30,9 +32,10 @@ class Descriptor {
     int fd_;
 };
 
-/// The content of a regular file.
-/// @throws Failure for anything else (folders, devices, pipes), for a file of more than kMostFileBytes, and
-///         when the system refuses
+/// The content of a file, or of a pipe up to its end; "-" is standard input from where it stands.
+///
+/// Opening a named pipe waits until somebody writes to it, as every tool does: `<(...)` of a shell needs that.
+/// @throws Failure for folders and devices, for more than kMostFileBytes, and when the system refuses
 Bytes read_file(const std::string& path);
 
 }  // namespace docprep

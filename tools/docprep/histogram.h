@@ -19,6 +19,11 @@ class Histogram {
 
     bool empty() const { return all_ == 0; }
 
+    int64_t count(int value) const {
+        const int at = value + kMost;
+        return counts_[static_cast<size_t>(at)];
+    }
+
     /// The least value that a share, above 0, of the pixels is not above. There must be pixels.
     int quantile(double share) const {
         int value = -kMost;

@@ -1,8 +1,10 @@
 #include "input.h"
 
 #include <CLI/CLI.hpp>
+#include <cstdio>
 
 #include "cv_imgproc.h"
+#include "failure.h"
 #include "nv21_file.h"
 #include "options.h"
 #include "orientation.h"
@@ -20,13 +22,19 @@ Photo read_frame(const std::string& path, const Extents& size, LibraryLog& log, 
     const LibraryLog::Redirection redirection(log);
     steps.run("colour", [&] { CImgproc::yuv2bgr(frame.data(), size.rows, size.cols, photo.pixels); });
     photo.format = "NV21";
+    if (looks_transposed(frame, size))
+        photo.warnings.push_back("looks as if it had the extents " + as_text({size.rows, size.cols}) +
+                                 " instead of " + as_text(size));
     return photo;
 }
 
 }  // namespace
 
 void add_input(CLI::App& app, InputOptions& options) {
-    app.add_option("photo", options.file, "JPEG or PNG file, or with --nv21 a raw camera frame")->required();
+    app.add_option(
+           "photo", options.file,
+           "JPEG, PNG, TIFF, WebP or PNM file, or with --nv21 a raw camera frame; - is standard input")
+        ->required();
     add_extents(app, "--nv21", options.frame_size, "The input is an NV21 frame of W columns and H rows");
 }
 
@@ -41,6 +49,8 @@ Image read_input(const InputOptions& options, LibraryLog& log, Steps& steps, Sou
     source.stored_cols = photo.pixels.cols;
     source.stored_rows = photo.pixels.rows;
     source.orientation = photo.orientation;
+    for (const std::string& warning : photo.warnings)
+        std::fprintf(stderr, "docprep: %s\n", one_line(options.file + ": warning: " + warning).c_str());
     steps.run("orient", [&] { apply_orientation(photo.pixels, photo.orientation); });
     source.cols = photo.pixels.cols;
     source.rows = photo.pixels.rows;

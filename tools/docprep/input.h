@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "extents.h"
 #include "library_log.h"
@@ -17,7 +18,7 @@ class App;
 namespace docprep {
 
 struct InputOptions {
-    std::string file;
+    std::string file;                   ///< as in read_file
     std::optional<Extents> frame_size;  ///< the file is an NV21 frame of this size
 };
 
@@ -30,12 +31,14 @@ struct Source {
     int orientation = 1;
     int cols = 0;
     int rows = 0;
+    std::vector<std::string> warnings;  ///< about the file, each to follow "FILE: "
 };
 
 /// Declares the options; parsing fills `options`, which must live as long as `app`.
 void add_input(CLI::App& app, InputOptions& options);
 
-/// Reads the photograph and turns it upright: 1 channel (grey) or 3 (B, G, R).
+/// Reads the photograph and turns it upright: 1 channel (grey) or 3 (B, G, R). Oddities of the file that cost no pixel
+/// are told on standard error.
 /// @throws Failure; CException from the library; std::bad_alloc
 Image read_input(const InputOptions& options, LibraryLog& log, Steps& steps, Source& source);
 

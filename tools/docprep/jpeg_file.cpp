@@ -7,8 +7,12 @@
 #include <jerror.h>
 #include <jpeglib.h>
 
+#include <algorithm>
+#include <new>
+
 #include "failure.h"
 #include "orientation.h"
+#include "samples.h"
 
 namespace docprep {
 
@@ -32,6 +36,7 @@ struct Decoder {
     char message[JMSG_LENGTH_MAX];
 
     const Bytes* bytes;
+    bool lacks_end;           // more was asked for than `bytes` holds, and the message says so
     unsigned char* pixels;    // where rows go, row_bytes apart
     size_t row_bytes;         // of `pixels`
     unsigned char* cmyk_row;  // 4 bytes a pixel, for CMYK only
@@ -43,8 +48,9 @@ Decoder& decoder_of(j_common_ptr info) {
 
 [[noreturn]] void give_up(j_common_ptr info, const char* kind) {
     Decoder& decoder = decoder_of(info);
-    decoder.kind = kind;
-    info->err->format_message(info, decoder.message);
+    // What goes wrong behind the end of the file comes from that.
+    decoder.kind = decoder.lacks_end ? "truncated JPEG" : kind;
+    if (!decoder.lacks_end) info->err->format_message(info, decoder.message);
     std::longjmp(decoder.escape, 1);
 }
 
@@ -63,7 +69,10 @@ void on_message(j_common_ptr info, int level) {
         case JWRN_NOT_SEQUENTIAL:
             return;
         case JWRN_JPEG_EOF:
-            give_up(info, "truncated JPEG");
+            // libjpeg goes on with an end marker. Nothing is lost if that is all that the file lacks.
+            if (!decoder_of(info).lacks_end) info->err->format_message(info, decoder_of(info).message);
+            decoder_of(info).lacks_end = true;
+            return;
         default:
             give_up(info, "damaged JPEG");
     }
@@ -95,14 +104,16 @@ void read_header(Decoder& decoder) {
     jpeg_read_header(info, TRUE);
 }
 
-/// Ink to light. Adobe's files, the only ones in practice, store 255 for no ink.
-void bgr_from_cmyk(const unsigned char* cmyk, unsigned char* bgr, size_t n, bool adobe) {
-    const unsigned flip = adobe ? 0 : 255;
-    for (size_t i = 0; i < n; ++i, cmyk += 4, bgr += 3) {
-        const unsigned white = cmyk[3] ^ flip;
-        for (int k = 0; k < 3; ++k)
-            bgr[2 - k] = static_cast<unsigned char>(((cmyk[k] ^ flip) * white + 127) / 255);
+/// Whether every scan has been there, as far as the frame header tells: each component in one at least, and of a
+/// progressive picture all bits of all coefficients.
+bool has_all_scans(const jpeg_decompress_struct& info) {
+    for (int k = 0; k < info.num_components; ++k) {
+        if (!info.comp_info[k].quant_table) return false;
+        if (!info.progressive_mode) continue;
+        for (int coefficient = 0; coefficient < DCTSIZE2; ++coefficient)
+            if (info.coef_bits[k][coefficient] != 0) return false;
     }
+    return true;
 }
 
 void read_pixels(Decoder& decoder) {
@@ -112,8 +123,10 @@ void read_pixels(Decoder& decoder) {
         unsigned char* const out = decoder.pixels + info->output_scanline * decoder.row_bytes;
         JSAMPROW row = decoder.cmyk_row ? decoder.cmyk_row : out;
         if (jpeg_read_scanlines(info, &row, 1) != 1) ERREXIT(info, JERR_INPUT_EOF);
-        if (decoder.cmyk_row) bgr_from_cmyk(row, out, info->output_width, info->saw_Adobe_marker);
+        // Adobe's files, the only ones in practice, store 255 for no ink.
+        if (decoder.cmyk_row) bgr_from_cmyk(row, out, info->output_width, info->saw_Adobe_marker ? 255 : 0);
     }
+    if (decoder.lacks_end && !has_all_scans(*info)) ERREXIT(info, JERR_INPUT_EOF);
     jpeg_finish_decompress(info);
 }
 
@@ -136,6 +149,105 @@ int stored_orientation(const jpeg_decompress_struct& info) {
     }
     return 1;
 }
+
+// ---- Writing ----
+
+/// As Decoder, the other way.
+struct Encoder {
+    jpeg_compress_struct info;
+    jpeg_error_mgr errors;
+    jpeg_destination_mgr destination;
+    std::jmp_buf escape;
+
+    const Image* image;
+    Bytes* out;  // grows in a function that lets no exception through
+    int quality;
+    int dots_per_inch;
+};
+
+Encoder& encoder_of(j_compress_ptr info) {
+    return *static_cast<Encoder*>(info->client_data);
+}
+
+[[noreturn]] void on_encoder_error(j_common_ptr info) {
+    std::longjmp(static_cast<Encoder*>(info->client_data)->escape, 1);
+}
+
+bool resize(Bytes& bytes, size_t n) noexcept {
+    try {
+        bytes.resize(n);
+        return true;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
+
+/// Makes room behind the first `used` bytes, which libjpeg fills.
+void make_room(j_compress_ptr info, size_t used) {
+    constexpr size_t kLeastRoom = 1 << 16;
+    Bytes& out = *encoder_of(info).out;
+    if (!resize(out, std::max(2 * used, kLeastRoom))) ERREXIT1(info, JERR_OUT_OF_MEMORY, 0);
+    info->dest->next_output_byte = out.data() + used;
+    info->dest->free_in_buffer = out.size() - used;
+}
+
+void begin_output(j_compress_ptr info) {
+    make_room(info, 0);
+}
+
+boolean on_full_output(j_compress_ptr info) {
+    make_room(info, encoder_of(info).out->size());
+    return TRUE;
+}
+
+void end_output(j_compress_ptr info) {
+    Bytes& out = *encoder_of(info).out;
+    resize(out, out.size() - info->dest->free_in_buffer);
+}
+
+void write_image(Encoder& encoder) {
+    j_compress_ptr info = &encoder.info;
+    const Image& image = *encoder.image;
+    jpeg_create_compress(info);
+    encoder.destination = {nullptr, 0, begin_output, on_full_output, end_output};
+    info->dest = &encoder.destination;
+    info->image_width = static_cast<JDIMENSION>(image.cols);
+    info->image_height = static_cast<JDIMENSION>(image.rows);
+    info->input_components = image.channels;
+    info->in_color_space = image.channels == 1 ? JCS_GRAYSCALE : JCS_EXT_BGR;
+    jpeg_set_defaults(info);
+    jpeg_set_quality(info, encoder.quality, TRUE);
+    if (encoder.dots_per_inch > 0) {
+        constexpr UINT8 kPerInch = 1;
+        info->density_unit = kPerInch;
+        info->X_density = info->Y_density = static_cast<UINT16>(std::min(encoder.dots_per_inch, 65535));
+    }
+    jpeg_start_compress(info, TRUE);
+    const size_t row_bytes = static_cast<size_t>(image.cols) * static_cast<size_t>(image.channels);
+    while (info->next_scanline < info->image_height) {
+        JSAMPROW row = image.data + info->next_scanline * row_bytes;
+        jpeg_write_scanlines(info, &row, 1);
+    }
+    jpeg_finish_compress(info);
+}
+
+/// False: it failed.
+bool attempt(Encoder& encoder) {
+    if (setjmp(encoder.escape)) return false;
+    write_image(encoder);
+    return true;
+}
+
+class DestroyEncoder {
+ public:
+    explicit DestroyEncoder(jpeg_compress_struct& info) : info_(info) {}
+    ~DestroyEncoder() { jpeg_destroy_compress(&info_); }
+    DestroyEncoder(const DestroyEncoder&) = delete;
+    DestroyEncoder& operator=(const DestroyEncoder&) = delete;
+
+ private:
+    jpeg_compress_struct& info_;
+};
 
 }  // namespace
 
@@ -191,7 +303,24 @@ Photo decode_jpeg(const Bytes& bytes, const std::string& path) {
     decoder.pixels = photo.pixels.data;
     decoder.row_bytes = static_cast<size_t>(cols) * static_cast<size_t>(channels);
     require(attempt(decoder, read_pixels));
+    if (decoder.lacks_end) photo.warnings.emplace_back("lacks its end");
     return photo;
+}
+
+Bytes encode_jpeg(const Image& image, int quality, int dots_per_inch) {
+    Bytes out;
+    Encoder encoder{};
+    encoder.image = &image;
+    encoder.out = &out;
+    encoder.quality = quality;
+    encoder.dots_per_inch = dots_per_inch;
+    encoder.info.err = jpeg_std_error(&encoder.errors);
+    encoder.info.client_data = &encoder;
+    encoder.errors.error_exit = on_encoder_error;
+    const DestroyEncoder destroy(encoder.info);
+    // A valid image of extents within JPEG's gives libjpeg no other reason to fail.
+    if (!attempt(encoder)) throw std::bad_alloc();
+    return out;
 }
 
 }  // namespace docprep

@@ -27,8 +27,8 @@ int flush_or_drop() {
 
 }  // namespace
 
-LibraryLog::LibraryLog(LibraryLines lines) : file_(nullptr, std::fclose) {
-    if (lines == LibraryLines::kShown) return;
+LibraryLog::LibraryLog(LibraryLines lines) : lines_(lines), file_(nullptr, std::fclose) {
+    if (lines == LibraryLines::kShown || lines == LibraryLines::kLeft) return;
     if (lines == LibraryLines::kKept) {
         file_.reset(std::tmpfile());
         if (!file_) throw Failure(kName, "no temporary file: " + system_reason(errno));
@@ -49,8 +49,9 @@ Bytes LibraryLog::content() const {
     return bytes;
 }
 
-LibraryLog::Redirection::Redirection(LibraryLog& log)
-    : log_(log), saved_(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1)) {
+LibraryLog::Redirection::Redirection(LibraryLog& log) : log_(log), saved_(-1) {
+    if (log.lines_ == LibraryLines::kLeft) return;
+    saved_ = Descriptor(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
     if (saved_.get() < 0) throw Failure("standard output", system_reason(errno));
     std::fflush(stdout);
     const int target = log.file_ ? fileno(log.file_.get()) : STDERR_FILENO;
@@ -58,6 +59,7 @@ LibraryLog::Redirection::Redirection(LibraryLog& log)
 }
 
 LibraryLog::Redirection::~Redirection() {
+    if (saved_.get() < 0) return;
     const int error = flush_or_drop();
     if (log_.error_ == 0 && log_.file_) log_.error_ = error;
     dup2(saved_.get(), STDOUT_FILENO);

@@ -13,13 +13,14 @@ namespace docprep {
 enum class LibraryLines {
     kKept,     ///< to a nameless temporary file, to become a log
     kDropped,  ///< nowhere
-    kShown     ///< to standard error as they come
+    kShown,    ///< to standard error as they come
+    kLeft      ///< where they go already: somebody else takes care of them
 };
 
 /// Receives the lines while it is told to.
 class LibraryLog {
  public:
-    /// While one lives, file descriptor 1 leads to the log. stdio is flushed on both sides, so that no line
+    /// While one lives, file descriptor 1 leads to the log, unless lines are left. stdio is flushed on both sides, so that no line
     /// of either kind takes the other's way. Not to be nested, nor used by several threads.
     class Redirection {
      public:
@@ -42,6 +43,7 @@ class LibraryLog {
     Bytes content() const;
 
  private:
+    LibraryLines lines_;
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;  // null: standard error
     int error_ = 0;                                         // errno of the first lost line
 };

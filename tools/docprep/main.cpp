@@ -21,6 +21,7 @@
 #include "prepare.h"
 #include "resize.h"
 #include "standard_output.h"
+#include "unfinished.h"
 #include "usage_error.h"
 #include "util_exception.h"
 #include "warp.h"
@@ -95,6 +96,7 @@ int run(const char* name, const char* description, int argc, char** argv) {
     Options options;
     const std::string& input = subject(options, 0);
     try {
+        docprep::remove_unfinished_on_signals();
         CLI::App app(description, name);
         declare(app, options);
         add_version(app);
@@ -208,7 +210,9 @@ docprep::CommandText whole_text() {
 
 int main(int argc, char** argv) {
     open_standard_streams();
-    std::signal(SIGXFSZ, SIG_IGN);  // a file size limit shall be reported as a full disk is
+    // Reported as a full disk is: a file size limit, and a reader that has gone.
+    std::signal(SIGXFSZ, SIG_IGN);
+    std::signal(SIGPIPE, SIG_IGN);
 
     // A command's name comes first; anywhere else, or spelled ./warp, it is a file.
     for (const Command& command : kCommands)

@@ -3,6 +3,8 @@
 #define ZLIB_CONST  // input pointers to const
 #include <zlib.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <new>
 
 #include "failure.h"
@@ -12,8 +14,12 @@ namespace docprep {
 
 namespace {
 
-bool ends_with(const std::string& text, const std::string& end) {
-    return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
+// Of looks_transposed.
+constexpr int64_t kSamples = 10000;
+constexpr int64_t kClearlyMore = 2;
+
+bool is_gzip(const Bytes& bytes) {
+    return bytes.size() >= 2 && bytes[0] == 0x1f && bytes[1] == 0x8b;
 }
 
 class Inflater {
@@ -68,11 +74,27 @@ Bytes read_nv21(const std::string& path, const Extents& size) {
     const int64_t expected = nv21_bytes(size);
     Bytes frame = read_file(path);
     if (frame.empty()) throw Failure(path, "is empty");
-    if (ends_with(path, ".nv21.gz")) frame = decompress(frame, static_cast<size_t>(expected), path);
+    const auto length = static_cast<size_t>(expected);
+    // The first pixels of a frame may be as gzip's signature; its length tells.
+    if (frame.size() != length && is_gzip(frame)) frame = decompress(frame, length, path);
     const int64_t have = static_cast<int64_t>(frame.size());
     if (have == expected) return frame;
     throw Failure(path, (have < expected ? "is shorter than the " : "is longer than the ") +
                             std::to_string(expected) + " bytes of an NV21 frame of " + as_text(size));
+}
+
+bool looks_transposed(const Bytes& frame, const Extents& size) {
+    const int64_t pixels = int64_t{size.cols} * size.rows;
+    const int64_t n = pixels - std::max(size.cols, size.rows);  // those that have both neighbours
+    // Odd, so that widths of powers of two do not give the same columns all the time.
+    const int64_t step = std::max<int64_t>(1, n / kSamples) | 1;
+    int64_t as_given = 0, transposed = 0;  // sums of differences
+    for (int64_t i = 0; i < n; i += step) {
+        const unsigned char* const pixel = frame.data() + i;
+        as_given += std::abs(pixel[0] - pixel[size.cols]);
+        transposed += std::abs(pixel[0] - pixel[size.rows]);
+    }
+    return as_given > kClearlyMore * transposed;
 }
 
 }  // namespace docprep

@@ -22,6 +22,12 @@ int exif_orientation(const unsigned char* block, size_t n) {
     return orientation >= 1 && orientation <= 8 ? orientation : 0;
 }
 
+int tiff_orientation(const unsigned char* block, size_t n) {
+    Bytes signed_block = {'E', 'x', 'i', 'f', 0, 0};
+    signed_block.insert(signed_block.end(), block, block + n);
+    return exif_orientation(signed_block.data(), signed_block.size());
+}
+
 void apply_orientation(Image& image, int orientation) {
     if (orientation <= 1 || orientation > 8) return;
     const bool transposed = orientation >= 5;

@@ -90,7 +90,7 @@ Page make_page(const PageSource& source, PageKind kind) {
 
     Page page;
     if (kind != PageKind::kBinary) {
-        page.picture = with_soft_ink(clean, on_paper, source.text_height, page.ink);
+        page.picture = with_soft_ink(clean, on_paper, source.text_height, page.ink, &page.light);
     } else {
         if (deskew.none() && !has_seals)
             page.picture = source.binary;

@@ -28,6 +28,7 @@ struct Page {
     /// page's, as text_components.h expects.
     Image print;
     Ink ink;
+    Image light;  ///< of a soft or grey page: what was on it, on a reduced copy
 };
 
 /// The resolution that a page states, at which its text has a common size; recognisers guess it otherwise, and guess

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "cv_mat.h"
 #include "file_bytes.h"
@@ -21,15 +22,22 @@ static_assert(4 * kMostPixels <= INT32_MAX, "sample counts must fit in int");
 
 struct Photo {
     Image pixels;             ///< as stored, before the orientation: 1 channel (grey) or 3 (B, G, R)
-    const char* format = "";  ///< for people: "JPEG", "PNG" or "NV21"
+    const char* format = "";  ///< for people: "JPEG", "PNG", "PNM", "TIFF", "WebP" or "NV21"
     int orientation = 1;      ///< as in orientation.h; 1 when the file says nothing
+    std::vector<std::string>
+        warnings;  ///< oddities of the file, such as "lacks its end"; pixels are as stored
 };
 
 /// @throws Failure for no pixels or more than kMostPixels
 void require_size(const std::string& path, int64_t rows, int64_t cols);
 
-/// Reads a JPEG or PNG file; the first bytes tell which, the name does not matter.
-/// @throws Failure when it is not one, damaged or cut short, too large, or of an unsupported kind
+/// @throws Failure, which says that a file of this kind ("a GIF") is not read
+[[noreturn]] void refuse_foreign(const std::string& path, const std::string& kind);
+
+/// Reads a JPEG, PNG, PNM (P1 to P7), TIFF or WebP; the first bytes tell which, the name does not matter.
+/// @param path as in read_file
+/// @throws Failure when it is none of them, damaged or cut short, too large, or of an unsupported kind;
+///         std::bad_alloc
 Photo read_photo(const std::string& path);
 
 /// As read_photo from the file's content; `path` is for messages only.

@@ -3,15 +3,13 @@
 #include <CLI/CLI.hpp>
 #include <cinttypes>
 #include <cstdio>
-#include <filesystem>
+#include <utility>
 
 #include "failure.h"
-#include "output_files.h"
-#include "png_file.h"
+#include "options.h"
+#include "picture_output.h"
 
 namespace docprep {
-
-namespace fs = std::filesystem;
 
 void add_verbose(CLI::App& app, bool& verbose) {
     app.add_flag("--verbose", verbose, "Show the library's diagnostic lines on standard error");
@@ -19,12 +17,15 @@ void add_verbose(CLI::App& app, bool& verbose) {
 
 void add_picture_options(CLI::App& app, PictureOptions& options, const std::string& output) {
     add_input(app, options.input);
-    const auto names_a_file = [](const std::string& path) {
-        return fs::path(path).has_filename() ? "" : "'" + path + "' does not name a file";
+    const auto names_a_format = [](const std::string& path) {
+        return format_for(path) ? "" : "'" + path + "' does not end in " + listed(picture_format_names());
     };
-    app.add_option(output, options.output, "PNG file for the result; its folder is created if missing")
+    app.add_option(output, options.output,
+                   "File for the result, of the kind that its name ends in (" +
+                       listed(picture_format_names()) +
+                       "), its folder created if missing; - for a PNG on standard output")
         ->required()
-        ->check(names_a_file)
+        ->check(names_a_format)
         ->type_name("FILE");
     add_verbose(app, options.verbose);
 }
@@ -53,12 +54,14 @@ void run_picture_command(const PictureOptions& options, const PictureOperation& 
     }
     summary.line("result", pixel_size(result.cols, result.rows));
 
-    const fs::path output(options.output);
-    OutputFiles files(output.parent_path().string());
-    steps.run("encode", [&] { files.add(output.filename().string(), encode_png(result)); });
-    files.publish(options.input.file);
+    Bytes content;
+    steps.run("encode",
+              [&] { content = encode_picture(result, *format_for(options.output), options.output); });
+    const std::vector<std::string> paths =
+        write_picture(options.output, std::move(content), options.input.file);
+    if (options.output == kStandardOutput) return;
     summary.steps(steps);
-    summary.written(files.paths());
+    summary.written(paths);
     summary.print();
 }
 

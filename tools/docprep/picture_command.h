@@ -17,7 +17,7 @@ namespace docprep {
 
 struct PictureOptions {
     InputOptions input;
-    std::string output;    ///< a file, written as PNG
+    std::string output;    ///< a file; format_of_name must know its ending
     bool verbose = false;  ///< the library's lines go to standard error; otherwise they are dropped
 };
 

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "binarise.h"
+#include "component_picture.h"
 #include "cv_imgproc.h"
 #include "row_picture.h"
 #include "seal_ink.h"
@@ -21,7 +22,7 @@ namespace {
 /// those of two stages never take memory together.
 class Run {
  public:
-    Run(const PipelineOptions& options, Report& report, const PictureSink& sink)
+    Run(const PipelineOptions& options, Report& report, PictureSink& sink)
         : options_(options), stages_(options.stages), report_(report), steps_(report.steps), sink_(sink) {
         if (options.min_sharpness) stages_.choose(Stage::kSharpness);
         // Text tells which way up the photograph lies, and every picture is turned alike.
@@ -29,6 +30,7 @@ class Run {
     }
 
     void prepare(Image photo) {
+        draw(Picture::kPhoto, [&] { return Image(photo); });
         if (options_.turn) turn(photo, *options_.turn, Turn::How::kGiven);
         Image gray;
         if (stages_.needed(Stage::kBinarise) || stages_.needed(Stage::kSaliency))
@@ -39,7 +41,9 @@ class Run {
             find_print_on(gray, binary, print);
             if (!options_.turn) turn_upright(photo, gray, binary, print);
         }
-        if (stages_.chosen(Stage::kBinarise)) draw("binary.png", [&]() -> const Image& { return binary; });
+        if (report_.turn.degrees != 0) draw(Picture::kUpright, [&] { return Image(photo); });
+        if (!gray.empty()) draw(Picture::kGray, [&] { return Image(gray); });
+        if (stages_.chosen(Stage::kBinarise)) draw(Picture::kBinary, [&] { return Image(binary); });
         if (stages_.needed(Stage::kSharpness)) prepare_sharpness(gray, print.text);
         const Lettering lettering = lettering_of(gray, print.text);
         Image clean;  // stays empty without seals
@@ -76,10 +80,11 @@ class Run {
         report_.turn.evidence = evidence;
     }
 
-    /// Draws and hands on what `picture` gives.
-    template <class Picture>
-    void draw(const std::string& name, const Picture& picture, int dots_per_inch = 0) {
-        steps_.run("draw", [&] { sink_(name, picture(), dots_per_inch); });
+    /// Draws a picture and hands it on, if it is wanted.
+    template <class Draw>
+    void draw(Picture kind, const Draw& drawn, int dots_per_inch = 0) {
+        const char* const step = for_report_alone(kind) ? "report" : "draw";
+        if (sink_.wants(kind)) steps_.run(step, [&] { sink_.take(kind, drawn(), dots_per_inch); });
     }
 
     /// The photograph's print, as it lies. Which letters there are is told by their surroundings whatever the method:
@@ -159,13 +164,17 @@ class Run {
             binary = Image();
         });
         report_.page = PageReport{options_.page, page.ink, dots_per_inch(text_height)};
+        draw(Picture::kPaper, [&] { return Image(photo); });
+        if (!page.light.empty()) draw(Picture::kLight, [&] { return std::move(page.light); });
+        if (stages_.needed(Stage::kRows)) draw(Picture::kLines, [&] { return Image(page.picture); });
         if (stages_.chosen(Stage::kPage))
             draw(
-                "page.png", [&]() -> const Image& { return page.picture; }, report_.page->dots_per_inch);
+                Picture::kPage, [&] { return std::move(page.picture); }, report_.page->dots_per_inch);
         if (!stages_.needed(Stage::kComponents)) return;
 
         page.picture = Image();
         Print print = print_on(page.print);
+        draw(Picture::kComponents, [&] { return draw_components(page.print, print); });
         page = {};
         report_.print = std::move(print);
         if (stages_.needed(Stage::kRows)) prepare_rows(photo, deskew);
@@ -175,7 +184,7 @@ class Run {
         const TextComponents& text = report_.print->text;
         const WayBack way_back(deskew, Size(photo.cols, photo.rows), report_.turn.degrees / 90);
         steps_.run("rows", [&] { report_.text_rows = find_rows(text.kept, text.text_height, way_back); });
-        draw("rows.png", [&] {
+        draw(Picture::kRows, [&] {
             return draw_rows(deskew.none() ? Image(photo) : deskewed_on_white(photo, deskew),
                              *report_.text_rows);
         });
@@ -188,12 +197,13 @@ class Run {
         if (seals.found() && stages_.needed(Stage::kPage))
             steps_.run("seal", [&] { clean = without_seals(photo, gray, seals, mask); });
         if (stages_.chosen(Stage::kSeal)) {
-            if (seals.found()) draw("seal.png", [&] { return draw_seals(photo, mask); });
+            if (seals.found()) draw(Picture::kSeal, [&] { return draw_seals(photo, mask); });
             report_.seals = std::move(seals);
         }
     }
 
     void prepare_saliency(const Image& gray) {
+        if (!sink_.wants(Picture::kSaliency)) return;
         Image saliency;
         steps_.run("saliency", [&] {
             Image everywhere;
@@ -201,19 +211,19 @@ class Run {
             orvex_991::vector<unsigned char> levels;
             CImgproc::saliencyDetect(gray, saliency, everywhere, levels);
         });
-        draw("saliency.png", [&]() -> const Image& { return saliency; });
+        draw(Picture::kSaliency, [&] { return std::move(saliency); });
     }
 
     const PipelineOptions& options_;
     Stages stages_;
     Report& report_;
     Steps& steps_;
-    const PictureSink& sink_;
+    PictureSink& sink_;
 };
 
 }  // namespace
 
-void run_pipeline(Image photo, const PipelineOptions& options, Report& report, const PictureSink& sink) {
+void run_pipeline(Image photo, const PipelineOptions& options, Report& report, PictureSink& sink) {
     Run(options, report, sink).prepare(std::move(photo));
 }
 

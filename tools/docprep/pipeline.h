@@ -2,11 +2,10 @@
 #ifndef DOCPREP_PIPELINE_H
 #define DOCPREP_PIPELINE_H
 
-#include <functional>
 #include <optional>
-#include <string>
 
 #include "page.h"
+#include "pictures.h"
 #include "report.h"
 #include "stages.h"
 
@@ -22,12 +21,9 @@ struct PipelineOptions {
     bool keep_skew = false;  ///< the page is the photograph, however its rows lie
 };
 
-/// Takes a picture that is ready, by the name of its file, with its resolution; 0 where that means nothing.
-using PictureSink = std::function<void(const std::string& name, const Image& picture, int dots_per_inch)>;
-
 /// Prepares a photograph that was read as report.source says. Prints as the library does.
 /// @throws Failure; CException from the library; std::bad_alloc; what the sink throws
-void run_pipeline(Image photo, const PipelineOptions& options, Report& report, const PictureSink& sink);
+void run_pipeline(Image photo, const PipelineOptions& options, Report& report, PictureSink& sink);
 
 }  // namespace docprep
 

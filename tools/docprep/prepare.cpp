@@ -1,31 +1,190 @@
 #include "prepare.h"
 
 #include <CLI/CLI.hpp>
+#include <filesystem>
+#include <fstream>
 #include <utility>
 
+#include "failure.h"
+#include "html_report.h"
 #include "options.h"
 #include "output_files.h"
-#include "png_file.h"
+#include "picture_encoders.h"
+#include "picture_output.h"
 #include "report.h"
+#include "standard_output.h"
 
 namespace docprep {
 
-void add_prepare(CLI::App& app, PrepareOptions& options) {
-    add_input(app, options.input);
-    const auto not_empty = [](const std::string& text) { return text.empty() ? "is empty" : ""; };
-    app.add_option("-o,--output", options.folder, "Folder for the results, created if missing")
-        ->required()
-        ->check(not_empty)
-        ->type_name("FOLDER");
-    const auto set_stages = [&options](const std::string& text) {
-        options.stages = Stages();
-        for (const std::string& name : split(text, ','))
-            options.stages.choose(static_cast<Stage>(position_of("--stages", name, stage_names())));
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* kResult = "result.json";
+constexpr const char* kLog = "library.log";
+constexpr const char* kTimings = "timings.json";
+constexpr const char* kReport = "report.html";
+
+/// Without its ending.
+const char* file_name(Picture kind) {
+    switch (kind) {
+        case Picture::kPage:
+            return "page";
+        case Picture::kBinary:
+            return "binary";
+        case Picture::kRows:
+            return "rows";
+        case Picture::kSeal:
+            return "seal";
+        default:
+            return "saliency";
+    }
+}
+
+/// Every name that a file beside result.json may have.
+std::vector<std::string> file_names() {
+    std::vector<std::string> names = {kLog, kTimings, kReport};
+    for (const Picture kind :
+         {Picture::kPage, Picture::kBinary, Picture::kRows, Picture::kSeal, Picture::kSaliency})
+        for (const char* ending : {".png", ".jpg"}) names.push_back(file_name(kind) + std::string(ending));
+    return names;
+}
+
+/// Which of these the last run into the folder has left, as its result.json says: others are not ours.
+std::vector<std::string> files_of_last_run(const fs::path& folder) {
+    constexpr size_t kLongEnough = 4096;  // to the end of the second line
+    std::vector<std::string> files;
+    std::error_code ignored;
+    if (!fs::is_regular_file(folder / kResult, ignored)) return files;
+    std::ifstream result(folder / kResult, std::ios::binary);
+    std::string start(kLongEnough, '\0');
+    result.read(start.data(), static_cast<std::streamsize>(start.size()));
+    const size_t begin = start.find("\n  \"files\": [");
+    if (begin == std::string::npos) return files;
+    const std::string line = start.substr(begin, start.find('\n', begin + 1) - begin);
+    for (const std::string& name : file_names())
+        if (line.find('"' + name + '"') != std::string::npos) files.push_back(name);
+    return files;
+}
+
+/// Encodes the pictures that go into a folder.
+class FolderPictures : public PictureSink {
+ public:
+    FolderPictures(PictureFiles files, bool beside) : files_(files), encoders_(beside) {}
+
+    bool wants(Picture kind) const override {
+        return kind == Picture::kPage || (files_ != PictureFiles::kNone && !for_report_alone(kind));
+    }
+
+    void take(Picture kind, Image picture, int dots_per_inch) override {
+        const bool lossless =
+            files_ == PictureFiles::kPng || kind == Picture::kPage || kind == Picture::kBinary;
+        const std::string name = file_name(kind) + std::string(lossless ? ".png" : ".jpg");
+        names_.push_back(name);
+        encoders_.begin(name, std::move(picture), lossless ? PictureFormat::kPng : PictureFormat::kJpeg,
+                        dots_per_inch);
+    }
+
+    void finish(OutputFiles& files) { encoders_.finish(files); }
+
+    /// Of the pictures taken.
+    const std::vector<std::string>& names() const { return names_; }
+
+ private:
+    PictureFiles files_;
+    PictureEncoders encoders_;
+    std::vector<std::string> names_;
+};
+
+/// Pictures that go into a folder and, some of them and others, into its report.
+class FolderAndReport : public PictureSink {
+ public:
+    FolderAndReport(FolderPictures& folder, ReportPictures& report) : folder_(folder), report_(report) {}
+
+    bool wants(Picture kind) const override { return folder_.wants(kind) || report_.wants(kind); }
+
+    void take(Picture kind, Image picture, int dots_per_inch) override {
+        if (report_.wants(kind)) report_.take(kind, picture, dots_per_inch);
+        if (folder_.wants(kind)) folder_.take(kind, std::move(picture), dots_per_inch);
+    }
+
+ private:
+    FolderPictures& folder_;
+    ReportPictures& report_;
+};
+
+/// What a run was asked for, as its report tells it.
+Facts told(const PreparationOptions& options) {
+    const auto yes_or_no = [](bool on) { return on ? "yes" : "no"; };
+    std::vector<std::string> stages;
+    for (size_t k = 0; k < stage_names().size(); ++k)
+        if (options.stages.chosen(static_cast<Stage>(k))) stages.push_back(stage_names()[k]);
+    const auto named = [](const std::vector<std::string>& names, auto value) {
+        return names[static_cast<size_t>(value)];
     };
-    app.add_option_function<std::string>(
-           "--stages", set_stages,
-           "What to compute, with commas between; everything by default: " + listed(stage_names()))
-        ->type_name("LIST");
+    return {
+        {"stages", listed(stages)},
+        {"turn", options.turn ? std::to_string(*options.turn) + " degrees" : "auto"},
+        {"least sharpness", options.min_sharpness ? number_text(double{*options.min_sharpness}, 2) : "none"},
+        {"text required", yes_or_no(options.require_text)},
+        {"binarize", named(binarise_method_names(), options.binarise)},
+        {"page", named(page_kind_names(), options.page)},
+        {"crop", yes_or_no(options.crop)},
+        {"deskew", yes_or_no(!options.keep_skew)},
+        {"pictures", named(picture_files_names(), options.pictures)}};
+}
+
+/// Keeps the page alone.
+class PageOnly : public PictureSink {
+ public:
+    bool wants(Picture kind) const override { return kind == Picture::kPage; }
+    void take(Picture, Image picture, int dots_per_inch) override {
+        page = std::move(picture);
+        resolution = dots_per_inch;
+    }
+
+    Image page;
+    int resolution = 0;
+};
+
+/// Reads the photograph and runs the pipeline on it.
+void run(const InputOptions& input, const PreparationOptions& options, LibraryLog& log, Report& report,
+         PictureSink& sink) {
+    PipelineOptions pipeline = options;
+    if (options.require_text) pipeline.stages.choose(Stage::kRows);
+    Image photo = read_input(input, log, report.steps, report.source);
+    const LibraryLog::Redirection redirection(log);
+    run_pipeline(std::move(photo), pipeline, report, sink);
+    if (options.require_text && report.text_rows->empty()) throw Refusal(input.file, "no text was found");
+}
+
+/// Prepares the page alone, or nothing but the result.
+Prepared prepare_without_folder(const PrepareOptions& options, std::optional<PictureFormat> format,
+                                LibraryLines lines) {
+    Prepared prepared;
+    PreparationOptions wanted = options;
+    if (!options.stages_given && !options.json) {
+        wanted.stages = Stages();
+        wanted.stages.choose(Stage::kPage);
+    }
+    LibraryLog log(lines);
+    PageOnly only;
+    run(options.input, wanted, log, prepared.report, only);
+    if (!format) return prepared;
+    Bytes content;
+    prepared.report.steps.run(
+        "encode", [&] { content = encode_picture(only.page, *format, options.output, only.resolution); });
+    prepared.paths = write_picture(options.output, std::move(content), options.input.file);
+    return prepared;
+}
+
+}  // namespace
+
+std::vector<std::string> picture_files_names() {
+    return {"png", "jpeg", "none"};
+}
+
+void add_preparation(CLI::App& app, PreparationOptions& options) {
     const auto set_turn = [&options](const std::string& text) {
         const auto position =
             static_cast<int>(position_of("--turn", text, {"auto", "0", "90", "180", "270"}));
@@ -40,6 +199,7 @@ void add_prepare(CLI::App& app, PrepareOptions& options) {
         ->type_name("DEGREES");
     add_positive(app, "--min-sharpness", options.min_sharpness,
                  "Refuse a photograph whose sharpness is below this");
+    app.add_flag("--require-text", options.require_text, "Refuse a photograph without rows of text");
     const auto set_method = [&options](const std::string& text) {
         options.binarise =
             static_cast<BinariseMethod>(position_of("--binarize", text, binarise_method_names()));
@@ -56,27 +216,103 @@ void add_prepare(CLI::App& app, PrepareOptions& options) {
         ->type_name("KIND");
     app.add_flag("--crop", options.crop, "Cut the page to its paper");
     app.add_flag("--no-deskew", options.keep_skew, "Leave rows of text as askew as they are");
-    app.add_flag("--verbose", options.verbose,
-                 "Show the library's diagnostic lines on standard error instead of writing library.log");
+    const auto set_pictures = [&options](const std::string& text) {
+        options.pictures = static_cast<PictureFiles>(position_of("--pictures", text, picture_files_names()));
+    };
+    app.add_option_function<std::string>("--pictures", set_pictures,
+                                         "How the pictures that people look at are written: " +
+                                             listed(picture_files_names()) + "; jpeg by default")
+        ->type_name("KIND");
+    app.add_flag("--log", options.log, "Write the library's diagnostic lines to library.log");
+    app.add_flag("--timings", options.timings, "Write the milliseconds of each step to timings.json");
+    app.add_flag("--report", options.report, "Write report.html, a page that shows every stage in pictures");
+}
+
+void add_prepare(CLI::App& app, PrepareOptions& options) {
+    add_input(app, options.input);
+    const auto not_empty = [](const std::string& text) { return text.empty() ? "is empty" : ""; };
+    app.add_option(
+           "-o,--output", options.output,
+           "Folder for the results, created if missing; a picture file, or - for standard output, for "
+           "the page alone")
+        ->check(not_empty)
+        ->type_name("FOLDER");
+    const auto set_stages = [&options](const std::string& text) {
+        options.stages = Stages();
+        options.stages_given = true;
+        for (const std::string& name : split(text, ','))
+            options.stages.choose(static_cast<Stage>(position_of("--stages", name, stage_names())));
+    };
+    app.add_option_function<std::string>(
+           "--stages", set_stages,
+           "What to compute, with commas between; everything by default: " + listed(stage_names()))
+        ->type_name("LIST");
+    add_preparation(app, options);
+    app.add_flag("--json", options.json,
+                 "Print the result as JSON in place of the summary; --output may be left out then");
+    app.add_flag("-q,--quiet", options.quiet, "Print no summary");
+    app.add_flag("--verbose", options.verbose, "Show the library's diagnostic lines on standard error");
+    app.callback([&options] {
+        if (options.output.empty() && !options.json) throw CLI::RequiredError("--output");
+        if (options.output == kStandardOutput && options.json)
+            throw CLI::ValidationError("--json", "standard output takes the page or the result, not both");
+        if (options.verbose && options.log) throw CLI::ValidationError("--log", "not with --verbose");
+        if (options.output.empty() || !format_for(options.output)) return;
+        if (options.stages_given && !options.stages.chosen(Stage::kPage))
+            throw CLI::ValidationError("--stages", "without page, nothing is left for " + options.output);
+        if (options.log || options.timings || options.report)
+            throw CLI::ValidationError("--output", "log, timings and report need a folder");
+    });
+}
+
+Prepared prepare_into(const std::string& folder, const InputOptions& input, const PreparationOptions& options,
+                      LibraryLines lines, bool beside) {
+    Prepared prepared;
+    OutputFiles files(folder);
+    files.lock();
+    LibraryLog log(options.log ? LibraryLines::kKept : lines);
+    FolderPictures pictures(options.pictures, beside);
+    ReportPictures report_pictures(prepared.report);
+    FolderAndReport both(pictures, report_pictures);
+    PictureSink& sink = options.report ? static_cast<PictureSink&>(both) : pictures;
+    run(input, options, log, prepared.report, sink);
+    prepared.report.steps.run("encode", [&] { pictures.finish(files); });
+
+    std::vector<std::string> names = pictures.names();
+    if (options.log) names.emplace_back(kLog);
+    if (options.timings) names.emplace_back(kTimings);
+    if (options.report) names.emplace_back(kReport);
+    for (const std::string& name : files_of_last_run(folder))
+        if (std::find(names.begin(), names.end(), name) == names.end()) files.remove(name);
+    if (options.report) {
+        std::vector<std::string> all = names;
+        all.emplace_back(kResult);
+        Bytes page;
+        prepared.report.steps.run(
+            "report", [&] { page = html_report(prepared.report, report_pictures, told(options), all); });
+        files.add(kReport, std::move(page));
+    }
+    if (options.log) files.add(kLog, log.content());
+    if (options.timings) files.add(kTimings, timings_json(prepared.report));
+    files.add(kResult, result_json(prepared.report, names));
+    files.publish(input.file);
+    prepared.paths = files.paths();
+    return prepared;
 }
 
 void prepare(const PrepareOptions& options) {
-    Report report;
-    LibraryLog log(options.verbose ? LibraryLines::kShown : LibraryLines::kKept);
-    OutputFiles files(options.folder);
-    {
-        Image photo = read_input(options.input, log, report.steps, report.source);
-        const LibraryLog::Redirection redirection(log);
-        run_pipeline(std::move(photo), options, report,
-                     [&](const std::string& name, const Image& picture, int dots_per_inch) {
-                         files.add(name, encode_png(picture, dots_per_inch));
-                     });
+    const LibraryLines lines = options.verbose ? LibraryLines::kShown : LibraryLines::kDropped;
+    const auto format = options.output.empty() ? std::nullopt : format_for(options.output);
+    const bool into_folder = !options.output.empty() && !format;
+    const Prepared prepared = into_folder ? prepare_into(options.output, options.input, options, lines, true)
+                                          : prepare_without_folder(options, format, lines);
+    if (options.json) {
+        std::vector<std::string> names;
+        for (const std::string& path : prepared.paths) names.push_back(fs::path(path).filename().string());
+        print(result_json(prepared.report, names));
+    } else if (!options.quiet && options.output != kStandardOutput) {
+        summary(prepared.report, prepared.paths).print();
     }
-    if (report.seals && !report.seals->found()) files.remove("seal.png");
-    if (!options.verbose) files.add("library.log", log.content());
-    files.add("result.json", result_json(report));
-    files.publish(options.input.file);
-    summary(report, files.paths()).print();
 }
 
 }  // namespace docprep

@@ -1,11 +1,13 @@
-// The command without a name: from a photograph or a camera frame to a level binary page, its rows of text,
-// its seals and its saliency.
+// The command without a name: from a photograph or a camera frame to a page for a recogniser, its rows of text, its
+// seals and its saliency.
 #ifndef DOCPREP_PREPARE_H
 #define DOCPREP_PREPARE_H
 
 #include <string>
+#include <vector>
 
 #include "input.h"
+#include "library_log.h"
 #include "pipeline.h"
 
 namespace CLI {
@@ -14,17 +16,53 @@ class App;
 
 namespace docprep {
 
-struct PrepareOptions : PipelineOptions {
-    InputOptions input;
-    std::string folder;
-    bool verbose = false;  ///< the library's lines go to standard error, and library.log is not written
+/// How the pictures that people look at are written.
+enum class PictureFiles {
+    kPng,
+    kJpeg,  ///< but for the binary one, which is as small and sharp as a PNG
+    kNone
 };
+
+std::vector<std::string> picture_files_names();
+
+/// What the commands that prepare photographs share.
+struct PreparationOptions : PipelineOptions {
+    PictureFiles pictures = PictureFiles::kJpeg;
+    bool require_text = false;  ///< a photograph without rows of text is refused
+    bool log = false;           ///< library.log is written
+    bool timings = false;       ///< timings.json is written
+    bool report = false;        ///< report.html is written
+};
+
+struct PrepareOptions : PreparationOptions {
+    InputOptions input;
+    std::string output;    ///< a folder; a file, or "-", for the page alone; empty: nothing is written
+    bool json = false;     ///< the result goes to standard output in place of the summary
+    bool quiet = false;    ///< no summary
+    bool verbose = false;  ///< the library's lines go to standard error
+    bool stages_given = false;
+};
+
+/// Declares the options that commands share; parsing fills `options`, which must live as long as `app`.
+void add_preparation(CLI::App& app, PreparationOptions& options);
 
 /// Declares the command's options; parsing fills `options`, which must live as long as `app`.
 void add_prepare(CLI::App& app, PrepareOptions& options);
 
+/// Prepares one photograph and writes its files into a folder.
+struct Prepared {
+    Report report;
+    std::vector<std::string> paths;  ///< of the files written, result.json last
+};
+
+/// @param lines   where the library's lines go
+/// @param beside  whether pictures are encoded on threads beside the work
+/// @throws Failure, Refusal; CException from the library; std::bad_alloc
+Prepared prepare_into(const std::string& folder, const InputOptions& input, const PreparationOptions& options,
+                      LibraryLines lines, bool beside);
+
 /// Runs the command: writes the files and prints the summary.
-/// @throws Failure; CException from the library; std::bad_alloc
+/// @throws as prepare_into
 void prepare(const PrepareOptions& options);
 
 }  // namespace docprep

@@ -40,9 +40,9 @@ Image smoothed_across_and_transposed(const Image& gray, int reach) {
 
 }  // namespace
 
-Image reduced(const Image& gray, double scale) {
-    const Size target(scaled(gray.cols, std::min(scale, 1.0)), scaled(gray.rows, std::min(scale, 1.0)));
-    Image copy = gray;
+Image reduced(const Image& picture, double scale) {
+    const Size target(scaled(picture.cols, std::min(scale, 1.0)), scaled(picture.rows, std::min(scale, 1.0)));
+    Image copy = picture;
     const auto resize = [&](const Size& size) {
         if (size.width != copy.cols || size.height != copy.rows)
             CImgproc::resize(copy, copy, size, INTERP_LINEAR);

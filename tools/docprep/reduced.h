@@ -7,10 +7,10 @@
 
 namespace docprep {
 
-/// A grey picture in another scale, at least 1 x 1. Every pixel of the original counts: the picture is halved,
+/// A picture in another scale, at least 1 x 1. Every pixel of the original counts: the picture is halved,
 /// which takes the mean of four, until less than a halving is left. Prints as the library does.
 /// @param scale  above 0; 1 and above leave the picture as it is
-Image reduced(const Image& gray, double scale);
+Image reduced(const Image& picture, double scale);
 
 /// A part that lies in the picture.
 Image cut_out(const Image& picture, const orvex_cv_991::Rect& part);

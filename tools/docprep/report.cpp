@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cmath>
-#include <cstdio>
 
 #include "json.h"
 
@@ -209,12 +208,7 @@ void append(std::string& text, const TextRows& rows) {
     text += "]";
 }
 
-/// A number with so many digits behind the point.
-std::string number_text(double value, int digits) {
-    char text[48];
-    std::snprintf(text, sizeof text, "%.*f", digits, value);
-    return text;
-}
+}  // namespace
 
 std::string in_words(const Binarisation& how) {
     if (how.method == BinariseMethod::kOtsu) return "Otsu's threshold " + std::to_string(how.threshold);
@@ -238,10 +232,9 @@ std::string in_words(const Deskew& deskew) {
            (deskew.bend.none() ? ", " : ", straightened, ") + pixel_size(deskew.cols, deskew.rows);
 }
 
-}  // namespace
-
-Bytes result_json(const Report& report) {
+Bytes result_json(const Report& report, const std::vector<std::string>& files) {
     Members members;
+    members.add("files", Json::array(files));
     members.add("docprep", DOCPREP_VERSION);
     members.add("input", as_json(report.source));
     members.add("width", report.source.cols);
@@ -254,10 +247,14 @@ Bytes result_json(const Report& report) {
     if (report.page) members.add("page", as_json(*report.page));
     if (report.print) members.add("components", as_json(*report.print));
     if (report.seals) append(members.add("seal"), *report.seals);
-    Json ms = Json::object();
-    for (const Steps::Step& step : report.steps.list()) ms.add(step.name, step.ms);
-    members.add("milliseconds", ms);
     if (report.text_rows) append(members.add("rows"), *report.text_rows);
+    const std::string& text = members.close();
+    return Bytes(text.begin(), text.end());
+}
+
+Bytes timings_json(const Report& report) {
+    Members members;
+    for (const Steps::Step& step : report.steps.list()) members.add(step.name, step.ms);
     const std::string& text = members.close();
     return Bytes(text.begin(), text.end());
 }
@@ -275,7 +272,10 @@ Summary summary(const Report& report, const std::vector<std::string>& paths) {
         table.count("components", report.print->components.size);
         table.count("of them text", report.print->text.kept.size());
     }
-    if (report.text_rows) table.count("rows", static_cast<int64_t>(report.text_rows->size()));
+    if (report.text_rows && report.text_rows->empty())
+        table.line("rows", "none: no text was found");
+    else if (report.text_rows)
+        table.count("rows", static_cast<int64_t>(report.text_rows->size()));
     if (report.seals && report.seals->found()) {
         table.count("seals", static_cast<int64_t>(report.seals->seals.size()));
         table.count("seal pixels", report.seals->pixels);

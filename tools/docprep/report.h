@@ -57,8 +57,18 @@ struct Report {
     Steps steps;
 };
 
-/// result.json. Bytes of the input's name that are not UTF-8 become U+FFFD.
-Bytes result_json(const Report& report);
+/// For people.
+std::string in_words(const Binarisation& how);
+std::string in_words(const Turn& turn);
+std::string in_words(const Deskew& deskew);
+
+/// result.json: the same bytes whenever a photograph is prepared alike. Bytes of the input's name that are not UTF-8
+/// become U+FFFD.
+/// @param files  the names of those that stand beside it; on its second line, so that the next run finds them quickly
+Bytes result_json(const Report& report, const std::vector<std::string>& files);
+
+/// timings.json: milliseconds by the names of the steps.
+Bytes timings_json(const Report& report);
 
 /// The table for people; `paths` are the files written.
 Summary summary(const Report& report, const std::vector<std::string>& paths);

@@ -15,7 +15,7 @@ constexpr float kSharp = 110;
 
 struct Sharpness {
     float value = 0;    ///< 0 without text
-    bool text = false;  ///< whether there was text to measure
+    bool text = false;  ///< whether there was text to measure: letters on lines
 };
 
 /// "sharp", "blurred" or "no text".

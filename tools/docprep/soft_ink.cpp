@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <utility>
 
 #include "cv_imgproc.h"
 #include "histogram.h"
@@ -95,13 +96,15 @@ void spread_contrast(Image& even, const Image& surroundings, const Ink& ink) {
 
 }  // namespace
 
-Image with_soft_ink(const Image& page, const Image& paper, int text_height, Ink& ink) {
+Image with_soft_ink(const Image& page, const Image& paper, int text_height, Ink& ink, Image* light) {
     // Without text, as if a page had 60 lines with as much between them.
     const double unit = text_height > 0 ? text_height : std::max(page.rows / 120.0, kReducedTextHeight);
     const double scale = std::min(kReducedTextHeight / unit, 1.0);
     const double reduced_unit = unit * scale;
 
-    Image even = enlarged(light_of(reduced(page, scale), reduced_unit), page);
+    Image small_light = light_of(reduced(page, scale), reduced_unit);
+    Image even = enlarged(small_light, page);
+    if (light != nullptr) *light = std::move(small_light);
     divide_by_light(page, even);
     const Image copy = reduced(even, scale);
     Image surroundings = enlarged(smoothed(copy, odd_window(kSurroundings * reduced_unit, copy)), page);

@@ -19,7 +19,8 @@ struct Ink {
 /// and darker than levels half-way between ink and paper; contrast is spread so that ink becomes black and paper white.
 /// @param paper        of the page's size: what is not 0 is measured; empty: everything is
 /// @param text_height  in pixels; 0: unknown
-Image with_soft_ink(const Image& page, const Image& paper, int text_height, Ink& ink);
+/// @param[out] light   on the reduced copy; null: not wanted
+Image with_soft_ink(const Image& page, const Image& paper, int text_height, Ink& ink, Image* light = nullptr);
 
 }  // namespace docprep
 

@@ -7,9 +7,21 @@
 
 namespace docprep {
 
-void print(const std::string& text) {
-    const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+namespace {
+
+void print(const void* data, size_t size) {
+    const bool written = std::fwrite(data, 1, size, stdout) == size;
     if (!written || std::fflush(stdout) != 0) throw Failure("standard output", system_reason(errno));
+}
+
+}  // namespace
+
+void print(const std::string& text) {
+    print(text.data(), text.size());
+}
+
+void print(const Bytes& bytes) {
+    print(bytes.data(), bytes.size());
 }
 
 }  // namespace docprep

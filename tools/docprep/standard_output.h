@@ -4,11 +4,14 @@
 
 #include <string>
 
+#include "file_bytes.h"
+
 namespace docprep {
 
-/// Writes text to standard output, all of it.
+/// Writes text or bytes to standard output, all of it.
 /// @throws Failure when that does not take it
 void print(const std::string& text);
+void print(const Bytes& bytes);
 
 }  // namespace docprep
 

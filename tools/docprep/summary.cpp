@@ -22,6 +22,12 @@ std::string pixel_size(int cols, int rows) {
     return std::to_string(cols) + " x " + std::to_string(rows);
 }
 
+std::string number_text(double value, int digits) {
+    char text[48];
+    std::snprintf(text, sizeof text, "%.*f", digits, value);
+    return text;
+}
+
 void Summary::line(const std::string& name, const std::string& value) {
     constexpr size_t kNameWidth = 14;
     std::string cell = name == last_ ? "" : name;

@@ -14,6 +14,9 @@ namespace docprep {
 /// "1600 x 1200"
 std::string pixel_size(int cols, int rows);
 
+/// A number with so many digits behind the point.
+std::string number_text(double value, int digits);
+
 /// Lines of a name, padded, and a value; a repeated name is left out. Text comes out on one line,
 /// whatever is in it.
 class Summary {

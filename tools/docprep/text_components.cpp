@@ -39,22 +39,36 @@ int median_by_height(const Rects& components, int rows, int cols) {
 
 }  // namespace
 
+Fate fate_of(const Rect& component, int text_height, int rows, int cols) {
+    const int64_t unit = text_height;
+    if (touches_border(component, rows, cols)) return Fate::kBorder;
+    if (component.height > kTallest * unit) return Fate::kTall;
+    if (component.width > kWidest * unit) return Fate::kWide;
+    if (2 * static_cast<int64_t>(std::max(component.width, component.height)) < unit) return Fate::kSpeck;
+    return Fate::kText;
+}
+
 TextComponents select_text(const Rects& components, int rows, int cols) {
     TextComponents text;
     text.text_height = median_by_height(components, rows, cols);
-    const int64_t unit = text.text_height;
     for (int k = 0; k < components.size; ++k) {
-        const Rect& rect = components[k];
-        if (touches_border(rect, rows, cols))
-            ++text.border;
-        else if (rect.height > kTallest * unit)
-            ++text.tall;
-        else if (rect.width > kWidest * unit)
-            ++text.wide;
-        else if (2 * static_cast<int64_t>(std::max(rect.width, rect.height)) < unit)
-            ++text.specks;
-        else
-            text.kept.push_back(rect);
+        switch (fate_of(components[k], text.text_height, rows, cols)) {
+            case Fate::kText:
+                text.kept.push_back(components[k]);
+                break;
+            case Fate::kBorder:
+                ++text.border;
+                break;
+            case Fate::kTall:
+                ++text.tall;
+                break;
+            case Fate::kWide:
+                ++text.wide;
+                break;
+            case Fate::kSpeck:
+                ++text.specks;
+                break;
+        }
     }
     return text;
 }

@@ -18,6 +18,12 @@ struct TextComponents {
     int specks = 0;
 };
 
+/// What a component is taken for.
+enum class Fate { kText, kBorder, kTall, kWide, kSpeck };
+
+/// By the rule of select_text, whose text height it takes.
+Fate fate_of(const orvex_cv_991::Rect& component, int text_height, int rows, int cols);
+
 /// Keeps the rectangles that can be letters or words. The rule has no size in pixels:
 /// - Components that touch the picture's border (desk, shadow, neighbouring page) are dropped.
 /// - The text height is the median height of the others, each weighing as much as it is high: half of

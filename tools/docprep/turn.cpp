@@ -72,23 +72,24 @@ double common_slope(const std::vector<Pair>& pairs) {
     return best > 0 ? sum / ties * kSlopeStep : 0;
 }
 
+bool upside_down(const Alignment& alignment) {
+    return alignment.all() >= kLeastUpright && alignment.heads > kUpsideDown * alignment.feet;
+}
+
+}  // namespace
+
 Alignment alignment_of(const TextComponents& text) {
     const std::vector<Pair> pairs = pairs_of(text);
     const double slope = common_slope(pairs);
     const double tolerance = std::max(kAgreement * text.text_height, 0.5);
     Alignment alignment;
+    alignment.pairs = static_cast<int>(pairs.size());
     for (const Pair& pair : pairs) {
         alignment.feet += std::fabs(pair.feet_dy - slope * pair.dx) <= tolerance;
         alignment.heads += std::fabs(pair.heads_dy - slope * pair.dx) <= tolerance;
     }
     return alignment;
 }
-
-bool upside_down(const Alignment& alignment) {
-    return alignment.all() >= kLeastUpright && alignment.heads > kUpsideDown * alignment.feet;
-}
-
-}  // namespace
 
 double TurnEvidence::confidence() const {
     const Alignment& chosen = degrees % 180 == 0 ? level : sideways;

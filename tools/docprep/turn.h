@@ -10,6 +10,7 @@ namespace docprep {
 struct Alignment {
     int feet = 0;
     int heads = 0;
+    int pairs = 0;  ///< of neighbours, on one line or not
 
     int all() const { return feet + heads; }
 };
@@ -25,6 +26,9 @@ struct TurnEvidence {
     /// the axis' pairs. 0.5 is a coin's toss; 0 without pairs.
     double confidence() const;
 };
+
+/// How letters agree, on the slope on which most of them do.
+Alignment alignment_of(const TextComponents& text);
 
 /// Rectangles on a picture of so many rows, after a clockwise turn of it by 90 degrees.
 Rects turned_clockwise(const Rects& rects, int rows);

@@ -1,0 +1,21 @@
+#ifndef ORVEX_991_VERSION_H
+#define ORVEX_991_VERSION_H
+
+/// @file
+/// The version of the library, for the preprocessor. The only place in which it is stated: builds and packages read
+/// it from here. Versions are semantic ones, results included: a changed result byte is a breaking change.
+
+#define ORVEX_991_VERSION_MAJOR 0
+#define ORVEX_991_VERSION_MINOR 9
+#define ORVEX_991_VERSION_PATCH 0
+
+/// "major.minor.patch"
+#define ORVEX_991_VERSION \
+    ORVEX_991_JOINED_(ORVEX_991_VERSION_MAJOR, ORVEX_991_VERSION_MINOR, ORVEX_991_VERSION_PATCH)
+
+// Two steps, so that the numbers are put in before they become text.
+#define ORVEX_991_JOINED_(major, minor, patch) \
+    ORVEX_991_TEXT_(major) "." ORVEX_991_TEXT_(minor) "." ORVEX_991_TEXT_(patch)
+#define ORVEX_991_TEXT_(number) #number
+
+#endif  // ORVEX_991_VERSION_H

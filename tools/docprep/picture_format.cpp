@@ -1,0 +1,74 @@
+#include "picture_format.h"
+
+#include "failure.h"
+#include "jpeg_file.h"
+#include "png_file.h"
+#include "pnm_file.h"
+#include "tiff_file.h"
+#include "webp_file.h"
+
+namespace docprep {
+
+namespace {
+
+struct Ending {
+    const char* text;
+    PictureFormat format;
+};
+
+constexpr Ending kEndings[] = {
+    {".png", PictureFormat::kPng},  {".jpg", PictureFormat::kJpeg},  {".jpeg", PictureFormat::kJpeg},
+    {".tif", PictureFormat::kTiff}, {".tiff", PictureFormat::kTiff}, {".webp", PictureFormat::kWebp},
+    {".pgm", PictureFormat::kPnm},  {".ppm", PictureFormat::kPnm},   {".pnm", PictureFormat::kPnm},
+};
+
+/// Letters beyond ASCII stay: no ending has any.
+std::string in_small_letters(std::string text) {
+    for (char& c : text)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    return text;
+}
+
+void require_sides(const Image& image, int most, const char* format, const std::string& path) {
+    if (image.cols <= most && image.rows <= most) return;
+    throw Failure(path, std::to_string(image.cols) + " x " + std::to_string(image.rows) +
+                            " pixels are too many for a " + format + " (limit " + std::to_string(most) +
+                            " a side)");
+}
+
+}  // namespace
+
+std::optional<PictureFormat> format_of_name(const std::string& name) {
+    const size_t dot = name.rfind('.');
+    if (dot == name.npos) return std::nullopt;
+    const std::string ending = in_small_letters(name.substr(dot));
+    for (const Ending& known : kEndings)
+        if (ending == known.text) return known.format;
+    return std::nullopt;
+}
+
+std::vector<std::string> picture_format_names() {
+    std::vector<std::string> names;
+    for (const Ending& ending : kEndings) names.emplace_back(ending.text);
+    return names;
+}
+
+Bytes encode_picture(const Image& image, PictureFormat format, const std::string& path, int dots_per_inch) {
+    switch (format) {
+        case PictureFormat::kPng:
+            break;
+        case PictureFormat::kJpeg:
+            require_sides(image, kMostJpegSide, "JPEG", path);
+            return encode_jpeg(image, kJpegQuality, dots_per_inch);
+        case PictureFormat::kPnm:
+            return encode_pnm(image);
+        case PictureFormat::kTiff:
+            return encode_tiff(image, dots_per_inch);
+        case PictureFormat::kWebp:
+            require_sides(image, kMostWebpSide, "WebP", path);
+            return encode_webp(image);
+    }
+    return encode_png(image, dots_per_inch);
+}
+
+}  // namespace docprep
