@@ -22,8 +22,7 @@ Topic formats() {
          {"PNG", "of any kind; turned upright by its eXIf chunk"},
          {"TIFF, WebP, PNM", "as photographs have them"},
          {"NV21",
-          "with --nv21 WxH: a raw camera frame, a luma plane and then rows of V, U pairs; compressed when "
-          "the name ends in .nv21.gz"}}};
+          "with --nv21 WxH: a raw camera frame, a luma plane and then rows of V, U pairs; may be gzipped"}}};
 }
 
 Topic exit_codes() {
