@@ -32,5 +32,5 @@ test_packages="libgtest-dev binutils make valgrind $shell_packages $sample_packa
 browser_packages="chromium"
 aarch64_packages="g++-aarch64-linux-gnu qemu-user googletest"
 consumer_packages="git dpkg-dev make python3 openjdk-17-jdk-headless"
-reference_packages="doxygen"
 bench_packages="libbenchmark-dev libyuv-dev libleptonica-dev libvips-dev libcgal-dev"
+reference_packages="doxygen"

@@ -1,6 +1,6 @@
-// What docprep reads: pictures of all formats, the orientation in EXIF blocks, NV21 frames as they are and compressed.
-// The first byte says which; of frames the next two their extents; the file's own bytes follow. Small pictures are also
-// written and read again.
+// What docprep reads: pictures of all formats, the orientation in EXIF blocks, NV21 frames as they are
+// and compressed. The first byte says which; of frames the next two their extents; the file's own bytes
+// follow. Small pictures are also written and read again.
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>

@@ -1,4 +1,4 @@
-// One table of bad and odd inputs: what docprep makes of each, to the line, and that nothing is left behind.
+// One table of bad and odd inputs: what docprep answers to each, and that nothing is left behind.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>

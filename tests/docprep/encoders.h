@@ -68,8 +68,8 @@ struct TiffRequest {
     int pages = 1;
 };
 
-/// Samples have `bits` bits; JPEG compression (7) takes R, G, B for YCbCr. Index i of a palette (photometric 3) stands for
-/// tiff_colour(i, k), k from red on, in 16 bits.
+/// Samples have `bits` bits; JPEG compression (7) takes R, G, B for YCbCr. Index i of a palette
+/// (photometric 3) stands for tiff_colour(i, k), k from red on, in 16 bits.
 docprep::Bytes make_tiff(const TiffRequest& request, const Samples& samples);
 int tiff_colour(int index, int k);
 

@@ -164,9 +164,13 @@ TEST(failing_memory, of_a_page_leaves_no_file_and_no_folder) {
 // A file is to be removed, too: the picture of seals that this page has not.
 TEST(failing_memory, of_a_page_leaves_older_results_whole) {
     const TemporaryFolder folder;
-    docprep::prepare(options_for_page(folder, true));
-    ASSERT_TRUE(fs::exists(folder.path("out/seal.jpg")));
     const docprep::PrepareOptions options = options_for_page(folder, false);
+    docprep::prepare(options);
+    folder.write("out/seal.jpg", "of an earlier run");
+    std::string result = text_of(folder.path("out/result.json"));
+    const std::string files = "\"files\": [";
+    result.insert(result.find(files) + files.size(), "\"seal.jpg\",");
+    folder.write("out/result.json", result);
     expect_documented(folder, [&] { docprep::prepare(options); });
 }
 
@@ -183,6 +187,32 @@ TEST(failing_memory, of_a_change_of_size_leaves_no_file_and_no_folder) {
     auto options = options_for_picture<docprep::ResizeOptions>(folder);
     options.factor = 0.4f;
     expect_documented(folder, [&] { docprep::resize(options); });
+}
+
+TEST(failing_memory, of_every_format_leaves_no_file_and_no_folder) {
+    for (const char* name : {"made/r.jpg", "made/r.ppm", "made/r.tif", "made/r.webp"}) {
+        SCOPED_TRACE(name);
+        const TemporaryFolder folder;
+        auto options = options_for_picture<docprep::ResizeOptions>(folder);
+        options.factor = 0.4f;
+        options.output = folder.path(name);
+        expect_documented(folder, [&] { docprep::resize(options); });
+    }
+}
+
+TEST(failing_memory, of_readers_leaves_no_file_and_no_folder) {
+    const TemporaryFolder folder;
+    for (const char* name : {"p.jpg", "p.ppm", "p.tif", "p.webp"}) {
+        SCOPED_TRACE(name);
+        auto options = options_for_picture<docprep::ResizeOptions>(folder);
+        options.factor = 1.0f;
+        options.output = folder.path(name);
+        docprep::resize(options);  // makes the input
+        options.input.file = options.output;
+        options.output = folder.path(std::string("made/") + name + ".png");
+        options.factor = 0.4f;
+        expect_documented(folder, [&] { docprep::resize(options); });
+    }
 }
 
 TEST(failing_memory, of_morphology_leaves_no_file_and_no_folder) {

@@ -71,7 +71,7 @@ TEST(operations, get_one_channel_of_a_colour_picture) {
     EXPECT_EQ(1, binary.channels);
     EXPECT_EQ(255, binary.data[0]);
     white.data[0] = 254;
-    EXPECT_EQ(252, as_operand(Operand::kBinary, white).data[0]);  // no longer black and white
+    EXPECT_EQ(252, as_operand(Operand::kBinary, white).data[0]);
 }
 
 TEST(operations, get_three_channels_of_a_gray_picture_only_for_colours) {

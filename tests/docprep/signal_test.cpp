@@ -13,6 +13,8 @@
 #include <thread>
 
 #include "commands.h"
+#include "output_files.h"
+#include "unfinished.h"
 
 namespace fs = std::filesystem;
 
@@ -93,14 +95,16 @@ TEST(signals, a_run_that_is_ended_leaves_no_temporary_file) {
 
 TEST(signals, folders_that_were_made_go_with_the_run) {
     const TemporaryFolder folder;
-    ASSERT_EQ(0, mkfifo(folder.path("photo").c_str(), 0600));
-    // Waits for its photograph, with the folder locked.
-    const Outcome outcome = run_program({"sh", "-c",
-                                         "\"$1\" \"$2/photo\" -o \"$2/a/b\" & until [ -d \"$2/a/b\" ]; do "
-                                         "sleep 0.01; done; kill $!; wait $!; echo $?",
-                                         "sh", DOCPREP_PROGRAM, folder.path("")});
-    EXPECT_EQ("143\n", outcome.out) << outcome.err;
-    EXPECT_EQ(Names{"photo"}, folder.content());
+    const auto make_and_wait = [&] {
+        docprep::remove_unfinished_on_signals();
+        docprep::OutputFiles files(folder.path("a/b"));
+        files.lock();
+        if (!fs::is_directory(folder.path("a/b"))) return;
+        kill(getpid(), SIGTERM);
+        pause();
+    };
+    EXPECT_EXIT(make_and_wait(), testing::KilledBySignal(SIGTERM), "");
+    EXPECT_EQ(Names{}, folder.content());
 }
 
 TEST(signals, what_a_killed_run_left_the_next_one_removes) {

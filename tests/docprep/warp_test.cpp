@@ -6,10 +6,11 @@ using docprep::AffineMatrix;
 using docprep::parse_matrix;
 
 TEST(warp, a_matrix_is_six_numbers_with_commas_between) {
-    EXPECT_EQ((AffineMatrix{1, -0.5f, 2e3f, 0, 0.25f, -7}), parse_matrix("1,-.5,2e3,0,0.25,-7"));
+    for (const char* text : {"1,-.5,2e3,0,0.25,-7", "1, -.5, 2e3, 0, 0.25, -7"})
+        EXPECT_EQ((AffineMatrix{1, -0.5f, 2e3f, 0, 0.25f, -7}), parse_matrix(text));
     for (const char* text :
          {"", "1", "1,2,3,4,5", "1,2,3,4,5,6,7", "1,2,3,4,5,", ",2,3,4,5,6", "1,2,3,4,5,x", "1,2,3,4,5,6x",
-          "1,2,3,4,5, 6", "1,2,3,4,5,nan", "inf,2,3,4,5,6", "1,2,3,4,5,1e99", "1;2;3;4;5;6"})
+          "1,2,3,4,5,nan", "inf,2,3,4,5,6", "1,2,3,4,5,1e99", "1;2;3;4;5;6"})
         EXPECT_FALSE(parse_matrix(text)) << text;
 }
 

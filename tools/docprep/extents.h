@@ -12,7 +12,8 @@ struct Extents {
     int rows = 0;
 };
 
-/// Reads "1280x720", also with X and with spaces round it; false, with `extents` unchanged, unless both are whole numbers above 0 that fit in int.
+/// Reads "1280x720", also with X and with spaces round it; false, with `extents` unchanged, unless both
+/// are whole numbers above 0 that fit in int.
 bool parse_extents(const std::string& text, Extents& extents);
 
 /// As "1280x720".

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <utility>
 
@@ -56,7 +57,7 @@ Bytes read_rest(int fd, int64_t expected, const std::string& path) {
         if (n == 0) break;
         have += static_cast<size_t>(n);
         require_length(static_cast<int64_t>(have));
-        if (have == bytes.size()) bytes.resize(2 * have);
+        if (have == bytes.size()) bytes.resize(std::min(2 * have, static_cast<size_t>(kMostFileBytes) + 1));
     }
     bytes.resize(have);
     return bytes;

@@ -10,8 +10,8 @@ namespace docprep {
 
 using Bytes = std::vector<unsigned char>;
 
-/// More than any picture of kMostPixels needs in practice. A longer file is refused before it is read, a pipe as soon
-/// as it has brought more.
+/// More than any picture of kMostPixels needs in practice. A longer file is refused before it is read, a
+/// pipe as soon as it has brought more.
 constexpr int64_t kMostFileBytes = int64_t{1} << 30;
 
 /// Owner of a file descriptor.
@@ -34,7 +34,7 @@ class Descriptor {
 
 /// The content of a file, or of a pipe up to its end; "-" is standard input from where it stands.
 ///
-/// Opening a named pipe waits until somebody writes to it, as every tool does: `<(...)` of a shell needs that.
+/// Opening a named pipe waits until somebody writes to it, as every tool does: a shell's `<(...)` needs it.
 /// @throws Failure for folders and devices, for more than kMostFileBytes, and when the system refuses
 Bytes read_file(const std::string& path);
 

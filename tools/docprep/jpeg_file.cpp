@@ -104,8 +104,8 @@ void read_header(Decoder& decoder) {
     jpeg_read_header(info, TRUE);
 }
 
-/// Whether every scan has been there, as far as the frame header tells: each component in one at least, and of a
-/// progressive picture all bits of all coefficients.
+/// Whether every scan has been there, as far as the frame header tells: each component in one at least,
+/// and of a progressive picture all bits of all coefficients.
 bool has_all_scans(const jpeg_decompress_struct& info) {
     for (int k = 0; k < info.num_components; ++k) {
         if (!info.comp_info[k].quant_table) return false;

@@ -11,8 +11,8 @@ namespace docprep {
 /// Decodes a whole JPEG: grey to 1 channel, RGB, YCbCr, CMYK and YCCK to B, G, R. Bytes after the end of the
 /// image are ignored: phones append films and depth maps.
 ///
-/// Where the decoder would go on with invented pixels (data cut short, bad codes) the file is refused. Without the two
-/// bytes of its end marker all pixels are there, and a warning says so.
+/// Where the decoder would go on with invented pixels (data cut short, bad codes) the file is refused.
+/// Without the two bytes of its end marker all pixels are there, and a warning says so.
 /// @param path for messages only
 /// @throws Failure
 Photo decode_jpeg(const Bytes& bytes, const std::string& path);

@@ -174,9 +174,8 @@ OutputFiles::OutputFiles(std::string folder) : folder_(std::move(folder)) {}
 
 OutputFiles::~OutputFiles() {
     const SignalsHeld held = hold_signals();
-    std::error_code ignored;
     while (!made_.empty()) {
-        fs::remove(made_.back().path(), ignored);
+        rmdir(made_.back().path().c_str());  // std::filesystem would need memory
         made_.pop_back();
     }
 }

@@ -34,7 +34,7 @@ void require_size(const std::string& path, int64_t rows, int64_t cols);
 /// @throws Failure, which says that a file of this kind ("a GIF") is not read
 [[noreturn]] void refuse_foreign(const std::string& path, const std::string& kind);
 
-/// Reads a JPEG, PNG, PNM (P1 to P7), TIFF or WebP; the first bytes tell which, the name does not matter.
+/// Reads a JPEG, PNG, PNM (P1 to P7), TIFF or WebP; the first bytes tell which, not the name.
 /// @param path as in read_file
 /// @throws Failure when it is none of them, damaged or cut short, too large, or of an unsupported kind;
 ///         std::bad_alloc

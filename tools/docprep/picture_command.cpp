@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <cinttypes>
 #include <cstdio>
+#include <filesystem>
 #include <utility>
 
 #include "failure.h"
@@ -17,6 +18,9 @@ void add_verbose(CLI::App& app, bool& verbose) {
 
 void add_picture_options(CLI::App& app, PictureOptions& options, const std::string& output) {
     add_input(app, options.input);
+    const auto names_a_file = [](const std::string& path) {
+        return std::filesystem::path(path).has_filename() ? "" : "'" + path + "' does not name a file";
+    };
     const auto names_a_format = [](const std::string& path) {
         return format_for(path) ? "" : "'" + path + "' does not end in " + listed(picture_format_names());
     };
@@ -25,6 +29,7 @@ void add_picture_options(CLI::App& app, PictureOptions& options, const std::stri
                        listed(picture_format_names()) +
                        "), its folder created if missing; - for a PNG on standard output")
         ->required()
+        ->check(names_a_file)
         ->check(names_a_format)
         ->type_name("FILE");
     add_verbose(app, options.verbose);

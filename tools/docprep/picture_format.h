@@ -13,7 +13,7 @@ namespace docprep {
 /// JPEG alone loses something. PNM is PGM for 1 channel and PPM for 3.
 enum class PictureFormat { kPng, kJpeg, kPnm, kTiff, kWebp };
 
-/// The format that a name's ending stands for, in capitals or not; none unless picture_format_names() has it.
+/// The format that a name's ending stands for, in capitals or not; none for an unknown ending.
 std::optional<PictureFormat> format_of_name(const std::string& name);
 
 /// The endings, for people: ".png", ".jpg" ...

@@ -11,11 +11,10 @@ namespace docprep {
 namespace fs = std::filesystem;
 
 std::optional<PictureFormat> format_for(const std::string& output) {
-    std::error_code ignored;
-    const fs::file_type type = fs::status(output, ignored).type();
-    if (type == fs::file_type::directory || !fs::path(output).has_filename()) return std::nullopt;
     const auto by_name = format_of_name(output);
     if (by_name) return by_name;
+    std::error_code ignored;
+    const fs::file_type type = fs::status(output, ignored).type();
     if (output == kStandardOutput || type == fs::file_type::fifo || type == fs::file_type::character)
         return PictureFormat::kPng;
     return std::nullopt;

@@ -14,7 +14,7 @@ namespace docprep {
 constexpr const char* kStandardOutput = "-";
 
 /// The format of a picture that goes there: what the name's ending says; PNG for standard output and for pipes and
-/// devices; none for a folder, or where an ending is missing.
+/// devices; otherwise none.
 std::optional<PictureFormat> format_for(const std::string& output);
 
 /// Writes a picture's content as OutputFiles does, or to standard output.

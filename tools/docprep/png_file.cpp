@@ -20,8 +20,8 @@ namespace {
 // Deflate's best ratio, reached by long runs of one byte.
 constexpr int64_t kMostDeflateRatio = 1032;
 
-// Of libdeflate. On the sample page's pictures a third of what libpng's level 3 took, for files no larger in all;
-// level 1 takes a fifth, for files a tenth larger.
+// Of libdeflate. On the sample page's pictures a third of what libpng's level 3 took, for files no
+// larger in all; level 1 takes a fifth, for files a tenth larger.
 constexpr int kCompressionLevel = 2;
 
 /// libpng's state and what its callbacks leave. Errors leave libpng by longjmp, so nothing that is alive

@@ -15,8 +15,8 @@ namespace docprep {
 /// @throws Failure, also for a missing end
 Photo decode_png(const Bytes& bytes, const std::string& path);
 
-/// `image` (1 channel, or 3: B, G, R) as a PNG of 8 bits a sample; of 1 bit where an image of 1 channel has no pixel
-/// but 0 and 255, which is what decode_png gives back.
+/// `image` (1 channel, or 3: B, G, R) as a PNG of 8 bits a sample; of 1 bit where an image of 1 channel
+/// has no pixel but 0 and 255, which is what decode_png gives back.
 /// @param dots_per_inch  the resolution that it states; 0: none
 /// @throws std::bad_alloc
 Bytes encode_png(const Image& image, int dots_per_inch = 0);

@@ -8,8 +8,9 @@
 
 namespace docprep {
 
-/// Decodes the first picture of a file of any kind, P1 to P7: 1 or 2 samples a pixel to 1 channel, 3 or 4 to B, G, R;
-/// samples are scaled from their stated maximum to 8 bits, transparency lies on white. What follows is ignored.
+/// Decodes the first picture of a file of any kind, P1 to P7: 1 or 2 samples a pixel to 1 channel, 3 or
+/// 4 to B, G, R; samples are scaled from their stated maximum to 8 bits, transparency lies on white.
+/// What follows is ignored.
 /// @param path for messages only
 /// @throws Failure
 Photo decode_pnm(const Bytes& bytes, const std::string& path);

@@ -147,15 +147,21 @@ class PageOnly : public PictureSink {
     int resolution = 0;
 };
 
-/// Reads the photograph and runs the pipeline on it.
-void run(const InputOptions& input, const PreparationOptions& options, LibraryLog& log, Report& report,
-         PictureSink& sink) {
+/// Runs the pipeline on a photograph that was read.
+void run(Image photo, const PreparationOptions& options, LibraryLog& log, Report& report, PictureSink& sink) {
     PipelineOptions pipeline = options;
     if (options.require_text) pipeline.stages.choose(Stage::kRows);
-    Image photo = read_input(input, log, report.steps, report.source);
     const LibraryLog::Redirection redirection(log);
     run_pipeline(std::move(photo), pipeline, report, sink);
-    if (options.require_text && report.text_rows->empty()) throw Refusal(input.file, "no text was found");
+    if (options.require_text && report.text_rows->empty())
+        throw Refusal(report.source.file, "no text was found");
+}
+
+/// The format of the page, where the output is a place for it alone; none for a folder.
+std::optional<PictureFormat> page_format(const std::string& output) {
+    std::error_code ignored;
+    const bool folder = fs::is_directory(output, ignored) || !fs::path(output).has_filename();
+    return folder ? std::nullopt : format_for(output);
 }
 
 /// Prepares the page alone, or nothing but the result.
@@ -169,7 +175,8 @@ Prepared prepare_without_folder(const PrepareOptions& options, std::optional<Pic
     }
     LibraryLog log(lines);
     PageOnly only;
-    run(options.input, wanted, log, prepared.report, only);
+    Image photo = read_input(options.input, log, prepared.report.steps, prepared.report.source);
+    run(std::move(photo), wanted, log, prepared.report, only);
     if (!format) return prepared;
     Bytes content;
     prepared.report.steps.run(
@@ -257,7 +264,7 @@ void add_prepare(CLI::App& app, PrepareOptions& options) {
         if (options.output == kStandardOutput && options.json)
             throw CLI::ValidationError("--json", "standard output takes the page or the result, not both");
         if (options.verbose && options.log) throw CLI::ValidationError("--log", "not with --verbose");
-        if (options.output.empty() || !format_for(options.output)) return;
+        if (options.output.empty() || !page_format(options.output)) return;
         if (options.stages_given && !options.stages.chosen(Stage::kPage))
             throw CLI::ValidationError("--stages", "without page, nothing is left for " + options.output);
         if (options.log || options.timings || options.report)
@@ -268,14 +275,15 @@ void add_prepare(CLI::App& app, PrepareOptions& options) {
 Prepared prepare_into(const std::string& folder, const InputOptions& input, const PreparationOptions& options,
                       LibraryLines lines, bool beside) {
     Prepared prepared;
+    LibraryLog log(options.log ? LibraryLines::kKept : lines);
+    Image photo = read_input(input, log, prepared.report.steps, prepared.report.source);
     OutputFiles files(folder);
     files.lock();
-    LibraryLog log(options.log ? LibraryLines::kKept : lines);
     FolderPictures pictures(options.pictures, beside);
     ReportPictures report_pictures(prepared.report);
     FolderAndReport both(pictures, report_pictures);
     PictureSink& sink = options.report ? static_cast<PictureSink&>(both) : pictures;
-    run(input, options, log, prepared.report, sink);
+    run(std::move(photo), options, log, prepared.report, sink);
     prepared.report.steps.run("encode", [&] { pictures.finish(files); });
 
     std::vector<std::string> names = pictures.names();
@@ -302,7 +310,7 @@ Prepared prepare_into(const std::string& folder, const InputOptions& input, cons
 
 void prepare(const PrepareOptions& options) {
     const LibraryLines lines = options.verbose ? LibraryLines::kShown : LibraryLines::kDropped;
-    const auto format = options.output.empty() ? std::nullopt : format_for(options.output);
+    const auto format = options.output.empty() ? std::nullopt : page_format(options.output);
     const bool into_folder = !options.output.empty() && !format;
     const Prepared prepared = into_folder ? prepare_into(options.output, options.input, options, lines, true)
                                           : prepare_without_folder(options, format, lines);

@@ -62,8 +62,8 @@ std::string in_words(const Binarisation& how);
 std::string in_words(const Turn& turn);
 std::string in_words(const Deskew& deskew);
 
-/// result.json: the same bytes whenever a photograph is prepared alike. Bytes of the input's name that are not UTF-8
-/// become U+FFFD.
+/// result.json: the same bytes whenever a photograph is prepared alike. U+FFFD stands for bytes of the input's name
+/// that are not UTF-8.
 /// @param files  the names of those that stand beside it; on its second line, so that the next run finds them quickly
 Bytes result_json(const Report& report, const std::vector<std::string>& files);
 

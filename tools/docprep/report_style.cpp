@@ -127,6 +127,8 @@ footer { padding-bottom: calc(8 * var(--s)); font-size: 0.8125rem; color: var(--
   section, .last { grid-template-columns: minmax(0, 1fr); padding: calc(4 * var(--s)); }
   main, header, footer { padding-left: calc(3 * var(--s)); padding-right: calc(3 * var(--s)); }
   h1 { font-size: 1.375rem; }
+  th { white-space: normal; }
+  td.bar { min-width: 8rem; }
   .chart svg { height: 10rem; }
 }
 @media print {

@@ -8,8 +8,8 @@
 
 namespace docprep {
 
-/// Decodes the first page of a TIFF: grey and bilevel to 1 channel; RGB, palettes, CMYK and what JPEG holds to B, G, R;
-/// 16 bits are rounded to 8, transparency lies on white. A warning says that there are more pages.
+/// Decodes the first page of a TIFF: grey and bilevel to 1 channel; RGB, palettes, CMYK and what JPEG
+/// holds to B, G, R; 16 bits are rounded to 8, transparency lies on white. Further pages are warned of.
 ///
 /// Where the decoder would go on with invented pixels (damaged strips, fax lines) the file is refused.
 /// @param path for messages only

@@ -16,7 +16,8 @@ constexpr int kMostWebpSide = 16383;
 /// @throws Failure, also for films; std::bad_alloc
 Photo decode_webp(const Bytes& bytes, const std::string& path);
 
-/// `image` (1 channel, or 3: B, G, R; up to kMostWebpSide a side) as a WebP without loss. It states no resolution.
+/// `image` (1 channel, or 3: B, G, R; up to kMostWebpSide a side) as a WebP without loss. It states no
+/// resolution, for which the format has no place.
 /// @throws std::bad_alloc
 Bytes encode_webp(const Image& image);
 
