@@ -94,7 +94,10 @@ TEST(sharpness, noise_has_no_text) {
 
 TEST(sharpness, marks_that_do_not_stand_on_lines_are_no_text) {
     TextComponents text = letters();
-    for (int k = 0; k < text.kept.size; ++k) text.kept[k].y += k * k * 7 % 23;
+    for (int k = 0; k < text.kept.size; ++k) {
+        text.kept[k].x += k * k * 5 % 19;
+        text.kept[k].y += k * k * 7 % 23;
+    }
     EXPECT_EQ("no text", docprep::verdict(docprep::measure_sharpness(page(0), text)));
 }
 
