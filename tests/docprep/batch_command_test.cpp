@@ -239,7 +239,7 @@ TEST(batch, every_photograph_gets_what_it_gets_alone) {
         }
         json alone = json::parse(text_of(photos.path("alone/result.json")));
         json result = json::parse(text_of(photos.path("out/" + stem + "/result.json")));
-        EXPECT_EQ("thumbnail.jpg", result["files"][0]) << result["files"];
+        EXPECT_EQ(alone["files"].size() + 1, result["files"].size()) << result["files"];
         alone.erase("files");
         result.erase("files");
         EXPECT_EQ(alone, result);
@@ -285,6 +285,8 @@ TEST(batch, the_state_has_a_row_for_each_photograph) {
     const Photos photos;
     photos.fill();
     photos.run({"-q", "--page", "binary", "--crop"});
+    for (const std::string& name : photos.folder().content())
+        EXPECT_EQ(std::string::npos, name.find("sqlite-")) << "no journal lies beside the state";
     const auto rows = photos.state();
     EXPECT_EQ(size_t{Photos::kAll}, rows.size());
     for (const auto& [name, row] : rows) {
@@ -308,12 +310,6 @@ TEST(batch, the_state_has_a_row_for_each_photograph) {
     EXPECT_EQ("is empty", rows.at("broken-empty.jpg").error);
     EXPECT_EQ(4, rows.at("page3.png").text_rows);
     EXPECT_EQ(0, rows.at("blank.png").text_rows);
-    EXPECT_EQ(Names{"out/docprep.sqlite"}, [&] {
-        Names states;
-        for (const std::string& name : photos.folder().content())
-            if (name.find("sqlite") != std::string::npos) states.push_back(name);
-        return states;
-    }()) << "no journal lies beside it";
 }
 
 TEST(batch, several_threads_give_the_same_bytes_as_one) {

@@ -65,8 +65,8 @@ TEST(batch_folders, never_lead_out_nor_meet_the_files_of_the_batch) {
     EXPECT_EQ((Names{"..jpg", "...jpg", "index.html.jpg", "docprep.sqlite.png", "docprep.sqlite-wal.png"}),
               folders_of({"/p/..jpg", "/p/...jpg", "/p/index.html.jpg", "/p/docprep.sqlite.png",
                           "/p/docprep.sqlite-wal.png"}));
-    EXPECT_EQ(Names{"p/index.html"}, folders_of({"/p/index.html"}));
-    EXPECT_EQ(Names{"index.html-2"}, folders_of({"/index.html"}));
+    EXPECT_EQ((Names{"p/index.html", "index.jpg"}), folders_of({"/p/index.html", "/p/index.jpg"}));
+    EXPECT_EQ((Names{"index.html-2", "index.jpg"}), folders_of({"/index.html", "/index.jpg"}));
 }
 
 TEST(batch_folders, stay_with_photographs_that_had_one) {

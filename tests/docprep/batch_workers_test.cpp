@@ -59,8 +59,8 @@ TEST(batch_workers, a_thread_waits_while_too_many_reports_do) {
     Workers().run(
         2, 5000,
         [&](size_t k, const Workers::Send& send) {
-            send(k);
             ++sent;
+            send(k);
         },
         [&](size_t) {
             most_ahead = std::max(most_ahead, sent - taken);

@@ -366,9 +366,13 @@ void add_batch(CLI::App& app, BatchOptions& options) {
     constexpr int kMostThreads = 1024;
     options.threads =
         std::min(std::max(1, static_cast<int>(std::thread::hardware_concurrency())), kMostThreads);
+    const auto in_range = [](const std::string& text) {
+        return CLI::Range(1, kMostThreads)(text).empty() ? ""
+                                                         : "is not from 1 to " + std::to_string(kMostThreads);
+    };
     app.add_option("-j,--jobs", options.threads,
                    "Prepare so many photographs at the same time; as many as there are processors by default")
-        ->check(CLI::Range(1, kMostThreads))
+        ->check(in_range)
         ->type_name("NUMBER");
     app.add_flag("--recursive", options.search.recursive, "Search the folders below folders, too");
     app.add_flag("--null", options.search.null, "Names on standard input end with NUL, not with a line feed");
