@@ -25,7 +25,7 @@ need_packages() {
 
 build_packages="g++ cmake ninja-build pkg-config"
 docprep_packages="libjpeg62-turbo-dev libpng-dev libtiff-dev libwebp-dev libdeflate-dev zlib1g-dev libexif-dev \
-    libcli11-dev nlohmann-json3-dev"
+    libcli11-dev nlohmann-json3-dev libsqlite3-dev libxxhash-dev"
 sample_packages="python3-numpy python3-pil fontconfig fonts-dejavu-core fonts-liberation2 fonts-urw-base35"
 shell_packages="bash zsh fish mandoc"  # what docprep prints for shells and for man is tried in them
 test_packages="libgtest-dev binutils make valgrind $shell_packages $sample_packages python3-jsonschema"

@@ -58,7 +58,7 @@ TEST(help, on_topics_has_every_stage_and_exit_code) {
         expect_words(help_on("stages"), {"\n  " + stage + " "});
     for (const docprep::ExitCode& code : docprep::kExitCodes)
         expect_words(help_on("exit-codes"), {"\n  " + std::to_string(code.code) + " ", code.meaning});
-    expect_words(help_on("formats"), {"JPEG", "PNG", "NV21"});
+    expect_words(help_on("formats"), {"JPEG", "PNG", "NV21", "TIFF", ".webp"});
 }
 
 TEST(help, without_a_meaning_a_word_is_refused_with_a_near_one) {

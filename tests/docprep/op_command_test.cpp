@@ -220,7 +220,7 @@ std::map<std::string, Direct> direct_calls() {
     };
     const Names turned = {"--size", "320x240", "--n", "3"};
     const Names point = {"--point", "7,-9"};
-    const Names rect = {"--rect", "1,2,30,40"};
+    const Names area = {"--rect", "1,2,30,40"};
     const auto with = [](Names first, const Names& second) {
         first.insert(first.end(), second.begin(), second.end());
         return first;
@@ -246,12 +246,12 @@ std::map<std::string, Direct> direct_calls() {
               v = {{"point", plain(CImgproc::rot90AntiClockWise(Point(7, -9), kTurned, 3))}};
           }}},
         {"rot90ClockWise-rect",
-         {with(turned, rect),
+         {with(turned, area),
           [=](Image&, json& v) {
               v = {{"rect", plain(CImgproc::rot90ClockWise(Rect(1, 2, 30, 40), kTurned, 3))}};
           }}},
         {"rot90AntiClockWise-rect",
-         {with(turned, rect),
+         {with(turned, area),
           [=](Image&, json& v) {
               v = {{"rect", plain(CImgproc::rot90AntiClockWise(Rect(1, 2, 30, 40), kTurned, 3))}};
           }}},
@@ -290,12 +290,12 @@ std::map<std::string, Direct> direct_calls() {
               v = {{"point", plain(CImgproc::pointAffine(Point(7, -9), kMatrix, 1.5f, Point(3, 4)))}};
           }}},
         {"rectAffine",
-         {with(rect, {"--matrix", kMatrixText}),
+         {with(area, {"--matrix", kMatrixText}),
           [](Image&, json& v) {
               v = {{"rect", plain(CImgproc::rectAffine(Rect(1, 2, 30, 40), kMatrix))}};
           }}},
         {"checkRectInMat",
-         {with(rect, {"--size", "20x10"}),
+         {with(area, {"--size", "20x10"}),
           [](Image&, json& v) {
               v = {{"rect", plain(CImgproc::checkRectInMat(Size(20, 10), Rect(1, 2, 30, 40)))}};
           }}},
@@ -305,7 +305,7 @@ std::map<std::string, Direct> direct_calls() {
               v = {{"degrees", plain(CImgproc::calcLineDegree(Point32f(0, 0), Point32f(2.5f, -1)))}};
           }}},
         {"dilateRect",
-         {with(rect, {"--size", "2x3"}),
+         {with(area, {"--size", "2x3"}),
           [](Image&, json& v) {
               Rect grown;
               CImgproc::dilateRect(Rect(1, 2, 30, 40), grown, Size(2, 3));

@@ -20,8 +20,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// docprep at work in a folder whose page.png is a pipe without a reader: it waits there, with every other file under
-/// its temporary name.
+/// docprep at work in a folder whose page.png is a pipe without a reader: it waits there, with every other file
+/// under its temporary name.
 class WaitingRun {
  public:
     explicit WaitingRun(const TemporaryFolder& folder, const Names& before = {}) : folder_(folder) {

@@ -1,6 +1,7 @@
 #include "allocations.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
@@ -13,20 +14,20 @@ namespace {
 constexpr long kNever = std::numeric_limits<long>::max();
 constexpr std::size_t kAnySize = std::numeric_limits<std::size_t>::max();
 
-long allowed = kNever;  // allocations that still succeed
-long asked = 0;
-std::size_t most_bytes = kAnySize;
-bool failed = false;
-bool filling = false;
-long in_use = 0;
+// Whatever thread allocates.
+std::atomic<long> allowed = kNever;  // allocations that still succeed; below 0: as many failed
+std::atomic<long> asked = 0;
+std::atomic<std::size_t> most_bytes = kAnySize;
+std::atomic<bool> failed = false;
+std::atomic<bool> filling = false;
+std::atomic<long> in_use = 0;
 
 void* take(std::size_t bytes, std::size_t alignment = 0) {
     ++asked;
-    if (allowed <= 0 || bytes > most_bytes) {
+    if (bytes > most_bytes || (allowed != kNever && allowed.fetch_sub(1) <= 0)) {
         failed = true;
         return nullptr;
     }
-    if (allowed != kNever) --allowed;
     if (bytes == 0) bytes = 1;
     // Its sizes are whole multiples of the alignment.
     void* const block = alignment == 0

@@ -28,7 +28,7 @@ std::string joined(const std::vector<std::string>& words, const std::string& bet
 }
 
 /// The text with a backslash before each of some characters, and quotes as a single-quoted word has them.
-std::string quoted(const std::string& text, const std::string& special = "") {
+std::string in_quotes(const std::string& text, const std::string& special = "") {
     std::string result;
     for (const char c : text) {
         if (c == '\'') {
@@ -186,8 +186,8 @@ std::string zsh_option(const OptionText& option) {
     for (const std::string& name : option.names) {
         text += " \\\n            '(" + joined(option.names) + ")" + name;
         if (!option.value.empty()) text += name[1] == '-' ? "=" : "+";
-        text += "[" + quoted(option.description, "[]:\\") + "]";
-        if (!option.value.empty()) text += ":" + quoted(option.value, ":") + ":" + zsh_value(option);
+        text += "[" + in_quotes(option.description, "[]:\\") + "]";
+        if (!option.value.empty()) text += ":" + in_quotes(option.value, ":") + ":" + zsh_value(option);
         text += "'";
     }
     return text;

@@ -16,8 +16,10 @@ struct ExitCode {
 
 constexpr ExitCode kExitCodes[] = {
     {kDone, "done"},
-    {kRefused, "the photograph was refused, as by --min-sharpness; nothing was written"},
-    {kFailed, "something is wrong with a file, a folder or memory; nothing was written"},
+    {kRefused,
+     "the photograph, or some of a batch, was refused, as by --min-sharpness; nothing was written of it"},
+    {kFailed,
+     "something is wrong with a file, some of a batch, a folder or memory; nothing was written of it"},
     {kWrongUsage, "the arguments are wrong; nothing was read"},
 };
 

@@ -5,6 +5,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "util_exception.h"
+
 namespace docprep {
 
 /// A run that cannot go on, as "FILE: reason". what() is the reason alone.
@@ -27,6 +29,17 @@ class Refusal : public Failure {
 
 /// The system's words for an errno value.
 std::string system_reason(int error_number);
+
+/// Why the library threw, without allocating: memory may have run out.
+struct LibraryReason {
+    explicit LibraryReason(const orvex_991::CException& exception);
+
+    char text[200];  ///< "library error 3 (no memory for pixels)"
+};
+
+/// Prints the line "docprep: ABOUT: REASON" on standard error, or without the middle part where that is empty.
+/// Allocates nothing. Threads may call it at the same time.
+void complain(const char* about, const char* reason);
 
 /// A control character as '?': file names may hold line feeds, and what reports them promises one line.
 char in_one_line(char c);

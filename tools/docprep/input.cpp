@@ -1,7 +1,6 @@
 #include "input.h"
 
 #include <CLI/CLI.hpp>
-#include <cstdio>
 
 #include "cv_imgproc.h"
 #include "failure.h"
@@ -50,7 +49,10 @@ Image read_input(const InputOptions& options, LibraryLog& log, Steps& steps, Sou
     source.stored_rows = photo.pixels.rows;
     source.orientation = photo.orientation;
     for (const std::string& warning : photo.warnings)
-        std::fprintf(stderr, "docprep: %s\n", one_line(options.file + ": warning: " + warning).c_str());
+        if (options.warn)
+            options.warn(warning);
+        else
+            complain(options.file.c_str(), ("warning: " + warning).c_str());
     steps.run("orient", [&] { apply_orientation(photo.pixels, photo.orientation); });
     source.cols = photo.pixels.cols;
     source.rows = photo.pixels.rows;

@@ -2,6 +2,7 @@
 #ifndef DOCPREP_INPUT_H
 #define DOCPREP_INPUT_H
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -20,6 +21,8 @@ namespace docprep {
 struct InputOptions {
     std::string file;                   ///< as in read_file
     std::optional<Extents> frame_size;  ///< the file is an NV21 frame of this size
+    /// Takes oddities of the file that cost no pixel; without one they go to standard error.
+    std::function<void(const std::string& warning)> warn{};
 };
 
 /// What is reported about the photograph. Extents are pixels; "stored" is before the orientation.
@@ -37,8 +40,7 @@ struct Source {
 /// Declares the options; parsing fills `options`, which must live as long as `app`.
 void add_input(CLI::App& app, InputOptions& options);
 
-/// Reads the photograph and turns it upright: 1 channel (grey) or 3 (B, G, R). Oddities of the file that cost no pixel
-/// are told on standard error.
+/// Reads the photograph and turns it upright: 1 channel (grey) or 3 (B, G, R).
 /// @throws Failure; CException from the library; std::bad_alloc
 Image read_input(const InputOptions& options, LibraryLog& log, Steps& steps, Source& source);
 

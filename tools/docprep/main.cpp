@@ -5,11 +5,11 @@
 
 #include <CLI/CLI.hpp>
 #include <csignal>
-#include <cstdio>
 #include <cstring>
 #include <new>
 #include <string>
 
+#include "batch.h"
 #include "completion.h"
 #include "exit_codes.h"
 #include "failure.h"
@@ -33,36 +33,9 @@ using docprep::kFailed;
 using docprep::kRefused;
 using docprep::kWrongUsage;
 
-/// Prints the one line. Memory may have run out, so nothing is allocated.
-void complain(const char* about, const char* reason) {
-    char line[2 * 4096];  // a path is no longer than half of that
-    std::snprintf(line, sizeof line, "%s%s%s", about, *about ? ": " : "", reason);
-    for (char* c = line; *c; ++c) *c = docprep::in_one_line(*c);
-    std::fprintf(stderr, "docprep: %s\n", line);
-}
-
 int failed(const std::string& file, const char* reason) {
-    complain(file.c_str(), reason);
+    docprep::complain(file.c_str(), reason);
     return kFailed;
-}
-
-int failed(const std::string& file, const orvex_991::CException& exception) {
-    const auto meaning = [&] {
-        if (!exception.message.empty()) return exception.message.c_str();
-        switch (exception.code) {
-            case 1:
-                return "an input check failed; --verbose shows which";
-            case 2:
-                return "an operation failed";
-            case 3:
-                return "no memory for pixels";
-            default:
-                return "an index is out of range";
-        }
-    };
-    char reason[200];
-    std::snprintf(reason, sizeof reason, "library error %d (%s)", exception.code, meaning());
-    return failed(file, reason);
 }
 
 /// Files must not take the numbers of standard streams that the caller has closed.
@@ -90,8 +63,16 @@ void add_version(CLI::App& app) {
     for (CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) add_version(*command);
 }
 
+/// Runs a command that throws when it is not done.
+template <class Options, void (*execute)(const Options&)>
+int completed(const Options& options) {
+    execute(options);
+    return kDone;
+}
+
 /// Parses the arguments after the command's name, which argv[0] stands for, and runs the command.
-template <class Options, void (*declare)(CLI::App&, Options&), void (*execute)(const Options&)>
+/// @param execute  returns the exit code
+template <class Options, void (*declare)(CLI::App&, Options&), int (*execute)(const Options&)>
 int run(const char* name, const char* description, int argc, char** argv) {
     Options options;
     const std::string& input = subject(options, 0);
@@ -102,20 +83,19 @@ int run(const char* name, const char* description, int argc, char** argv) {
         add_version(app);
         try {
             app.parse(argc, argv);
-            execute(options);
+            return execute(options);
         } catch (const CLI::ParseError& error) {
             if (error.get_exit_code() == 0) return app.exit(error);  // --help, --version
-            complain("", docprep::explained(app, error, argc, argv).c_str());
+            docprep::complain("", docprep::explained(app, error, argc, argv).c_str());
             return kWrongUsage;
         }
-        return kDone;
     } catch (const docprep::Refusal& refusal) {
         failed(refusal.file(), refusal.what());
         return kRefused;
     } catch (const docprep::Failure& failure) {
         return failed(failure.file(), failure.what());
     } catch (const orvex_991::CException& exception) {
-        return failed(input, exception);
+        return failed(input, docprep::LibraryReason(exception).text);
     } catch (const std::bad_alloc&) {
         return failed(input, "out of memory");
     } catch (const std::exception& exception) {
@@ -141,9 +121,14 @@ struct Command {
     docprep::CommandText (*text)(const char* name, const char* program, const char* description);
 };
 
-template <class Options, void (*declare)(CLI::App&, Options&), void (*execute)(const Options&)>
+template <class Options, void (*declare)(CLI::App&, Options&), int (*execute)(const Options&)>
 constexpr Command command(const char* name, const char* program, const char* description) {
     return {name, program, description, run<Options, declare, execute>, text<Options, declare>};
+}
+
+template <class Options, void (*declare)(CLI::App&, Options&), void (*execute)(const Options&)>
+constexpr Command command(const char* name, const char* program, const char* description) {
+    return command<Options, declare, completed<Options, execute>>(name, program, description);
 }
 
 /// The command without a name, with the others below it.
@@ -166,6 +151,8 @@ void completion(const docprep::CompletionOptions& options) {
 }
 
 constexpr Command kCommands[] = {
+    command<docprep::BatchOptions, docprep::add_batch, docprep::batch>("batch", "docprep batch",
+                                                                       "Prepares many photographs"),
     command<docprep::WarpOptions, docprep::add_warp, docprep::warp>(
         "warp", "docprep warp", "Turns a picture, or maps it by a matrix"),
     command<docprep::ResizeOptions, docprep::add_resize, docprep::resize>(
@@ -218,5 +205,6 @@ int main(int argc, char** argv) {
     for (const Command& command : kCommands)
         if (argc >= 2 && std::strcmp(argv[1], command.name) == 0)
             return command.run(command.program, command.description, argc - 1, argv + 1);
-    return run<docprep::PrepareOptions, add_program, docprep::prepare>(kProgram, kDescription, argc, argv);
+    return run<docprep::PrepareOptions, add_program, completed<docprep::PrepareOptions, docprep::prepare>>(
+        kProgram, kDescription, argc, argv);
 }

@@ -30,7 +30,7 @@ std::string escaped(const std::string& text) {
 }
 
 /// One argument of a request.
-std::string quoted(const std::string& text) {
+std::string in_quotes(const std::string& text) {
     std::string result = "\"";
     for (const char c : escaped(text)) result += c == '"' ? std::string("\\(dq") : std::string(1, c);
     return result + "\"";
@@ -41,7 +41,7 @@ std::string line(const std::string& text) {
 }
 
 std::string bold(const std::string& text) {
-    return ".B " + quoted(text) + "\n";
+    return ".B " + in_quotes(text) + "\n";
 }
 
 /// A paragraph with a tag: names in bold, then the value in italics.
@@ -70,7 +70,8 @@ std::string options_of(const CommandText& command) {
 }
 
 std::string usage(const CommandText& command) {
-    std::string text = command.program + (command.commands.empty() ? "" : " NAME") + " [OPTIONS]";
+    std::string text =
+        command.program + (command.name.empty() || command.commands.empty() ? "" : " NAME") + " [OPTIONS]";
     for (const OptionText& option : command.options)
         if (!option.positional.empty())
             text += option.required ? " " + option.positional : " [" + option.positional + "]";
@@ -78,8 +79,8 @@ std::string usage(const CommandText& command) {
 }
 
 std::string operation_text(const Operation& operation) {
-    std::string text = tagged({operation.name}, "") + line(operation.description + ".") +
-                       line("Works on " + described(operation.operand) + ".");
+    std::string text =
+        tagged({operation.name}, "") + line(operation.description + ".") + line(described(operation.operand));
     if (operation.parameters.empty()) return text;
     text += ".RS\n";
     for (const Parameter& parameter : operation.parameters)
@@ -91,7 +92,7 @@ std::string operation_text(const Operation& operation) {
 std::string topic_text(const Topic& topic) {
     std::string heading = topic.title;
     for (char& c : heading) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    std::string text = ".SH " + quoted(heading) + "\n";
+    std::string text = ".SH " + in_quotes(heading) + "\n";
     for (size_t k = 0; k < topic.paragraphs.size(); ++k)
         text += (k == 0 ? "" : ".PP\n") + line(topic.paragraphs[k]);
     for (const auto& [word, meaning] : topic.entries) text += tagged({word}, "") + line(meaning);
@@ -111,8 +112,11 @@ std::string man_page(const CommandText& program) {
     text += ".SH COMMANDS\nA command's name comes first; anywhere else, or spelled ./NAME, it is a file.\n";
     for (const CommandText& command : program.commands)
         text +=
-            ".SS " + quoted(usage(command)) + "\n" + line(command.description + ".") + options_of(command);
-    text += ".SH OPERATIONS\nOf docprep op, which prints JSON where the result is no picture.\n";
+            ".SS " + in_quotes(usage(command)) + "\n" + line(command.description + ".") + options_of(command);
+    text += ".SH OPERATIONS\n" +
+            line(
+                "Of docprep op NAME. The picture comes first, where there is one, then the file for "
+                "the result; results that are no picture are printed as JSON.");
     for (const Operation& operation : operations()) text += operation_text(operation);
     for (const Topic& topic : topics()) text += topic_text(topic);
     return text;

@@ -49,7 +49,7 @@ void add_operation(CLI::App& app, const Operation& operation, OperationOptions& 
     }
     if (operation.operand == Operand::kFrame) command.get_option("--nv21")->required();
     for (const Parameter& parameter : operation.parameters) add_parameter(command, parameter, options);
-    command.footer("Works on " + described(operation.operand) + ".");
+    command.footer(described(operation.operand));
     command.callback([&] {
         options.operation = &operation;
         for (const Parameter& parameter : operation.parameters)

@@ -383,7 +383,7 @@ std::vector<Operation> table() {
          {},
          mean_std_dev},
         {"minVal", "The level of the first pixel", In::kGray, kNumbers, {}, level<CImgproc::minVal>},
-        {"maxVal", "255", In::kGray, kNumbers, {}, level<CImgproc::maxVal>},
+        {"maxVal", "255, whatever the picture holds", In::kGray, kNumbers, {}, level<CImgproc::maxVal>},
         {"countNonZero", "Number of pixels that are not 0", In::kBinary, kNumbers, {}, count_non_zero},
         {"countNonZeroRate",
          "Share of pixels that are not 0",
@@ -649,20 +649,21 @@ std::vector<std::string> operation_names() {
 std::string described(Operand operand) {
     switch (operand) {
         case Operand::kAny:
-            return "a picture, gray or in colour";
+            return "Works on a picture, gray or in colour.";
         case Operand::kGray:
-            return "a gray picture; one in colour goes through bgr2gray first";
+            return "Works on a gray picture; one in colour goes through bgr2gray first.";
         case Operand::kBinary:
-            return "a picture of 0 and 255, taken as it is: what is white counts; one in colour that is not "
-                   "black and white goes through bgr2gray first";
+            return "Works on a picture of 0 and 255 as it is: what is white counts. One in colour that is "
+                   "not "
+                   "black and white goes through bgr2gray first.";
         case Operand::kColour:
-            return "a colour picture; of a gray one, blue, green and red are the gray level";
+            return "Works on a picture in colour; of a gray one, blue, green and red are the gray level.";
         case Operand::kFrame:
-            return "an NV21 frame";
+            return "Works on an NV21 frame.";
         case Operand::kNone:
             break;
     }
-    return "no picture";
+    return "Needs no picture.";
 }
 
 Image as_operand(Operand operand, Image picture) {

@@ -46,7 +46,7 @@ const Operation* find_operation(const std::string& name);
 
 std::vector<std::string> operation_names();
 
-/// What the operand is, for people.
+/// What the operand is, for people: a sentence.
 std::string described(Operand operand);
 
 /// The picture as an operation takes it. Not for kNone.

@@ -1,5 +1,6 @@
 #include "output_files.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -9,6 +10,7 @@
 #include <cctype>
 #include <cerrno>
 #include <cstdio>
+#include <memory>
 #include <set>
 #include <system_error>
 #include <utility>
@@ -147,12 +149,17 @@ bool is_temporary(const std::string& name) {
 }
 
 /// Removes what killed runs have left; what is still locked belongs to one that runs.
-void remove_leftovers(const fs::path& folder) {
-    std::error_code ignored;
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder, ignored)) {
-        if (!is_temporary(entry.path().filename().string())) continue;
-        const Descriptor file(open(entry.path().c_str(), O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-        if (file.get() >= 0 && flock(file.get(), LOCK_EX | LOCK_NB) == 0) unlink(entry.path().c_str());
+///
+/// Not by std::filesystem: libstdc++'s directory iterator ends the program where memory runs out.
+void remove_leftovers(const fs::path& path) {
+    const std::unique_ptr<DIR, int (*)(DIR*)> folder(opendir(path.c_str()), closedir);
+    if (!folder) return;
+    while (const dirent* const entry = readdir(folder.get())) {
+        if (!is_temporary(entry->d_name)) continue;
+        const Descriptor file(
+            openat(dirfd(folder.get()), entry->d_name, O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+        if (file.get() >= 0 && flock(file.get(), LOCK_EX | LOCK_NB) == 0)
+            unlinkat(dirfd(folder.get()), entry->d_name, 0);
     }
 }
 

@@ -36,7 +36,7 @@ struct Parameter {
     std::string name;  ///< without the dashes
     ParameterKind kind;
     std::string meaning;
-    Range range{};                     ///< of each of its numbers
+    Range range{};                          ///< of each of its numbers
     std::vector<std::string> choices = {};  ///< of kChoice: the names, by their values
     bool required = false;
     std::string unless_given = {};  ///< the value, as it would be given; empty: none

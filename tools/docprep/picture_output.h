@@ -13,8 +13,8 @@ namespace docprep {
 /// Stands for standard output.
 constexpr const char* kStandardOutput = "-";
 
-/// The format of a picture that goes there: what the name's ending says; PNG for standard output and for pipes and
-/// devices; otherwise none.
+/// The format of a picture that goes there: what the name's ending says; PNG for standard output, pipes and devices;
+/// otherwise none.
 std::optional<PictureFormat> format_for(const std::string& output);
 
 /// Writes a picture's content as OutputFiles does, or to standard output.

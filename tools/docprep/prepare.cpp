@@ -1,6 +1,7 @@
 #include "prepare.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <utility>
@@ -11,6 +12,7 @@
 #include "output_files.h"
 #include "picture_encoders.h"
 #include "picture_output.h"
+#include "reduced.h"
 #include "report.h"
 #include "standard_output.h"
 
@@ -20,7 +22,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char* kResult = "result.json";
 constexpr const char* kLog = "library.log";
 constexpr const char* kTimings = "timings.json";
 constexpr const char* kReport = "report.html";
@@ -43,7 +44,7 @@ const char* file_name(Picture kind) {
 
 /// Every name that a file beside result.json may have.
 std::vector<std::string> file_names() {
-    std::vector<std::string> names = {kLog, kTimings, kReport};
+    std::vector<std::string> names = {kLog, kTimings, kReport, kThumbnailFile};
     for (const Picture kind :
          {Picture::kPage, Picture::kBinary, Picture::kRows, Picture::kSeal, Picture::kSaliency})
         for (const char* ending : {".png", ".jpg"}) names.push_back(file_name(kind) + std::string(ending));
@@ -55,8 +56,8 @@ std::vector<std::string> files_of_last_run(const fs::path& folder) {
     constexpr size_t kLongEnough = 4096;  // to the end of the second line
     std::vector<std::string> files;
     std::error_code ignored;
-    if (!fs::is_regular_file(folder / kResult, ignored)) return files;
-    std::ifstream result(folder / kResult, std::ios::binary);
+    if (!fs::is_regular_file(folder / kResultFile, ignored)) return files;
+    std::ifstream result(folder / kResultFile, std::ios::binary);
     std::string start(kLongEnough, '\0');
     result.read(start.data(), static_cast<std::streamsize>(start.size()));
     const size_t begin = start.find("\n  \"files\": [");
@@ -67,10 +68,16 @@ std::vector<std::string> files_of_last_run(const fs::path& folder) {
     return files;
 }
 
+Image thumbnail(const Image& page) {
+    constexpr double kSide = 320;  // of the longer one: sharp on a phone with two columns of them
+    return reduced(page, kSide / std::max(page.cols, page.rows));
+}
+
 /// Encodes the pictures that go into a folder.
 class FolderPictures : public PictureSink {
  public:
-    FolderPictures(PictureFiles files, bool beside) : files_(files), encoders_(beside) {}
+    FolderPictures(const PreparationOptions& options, bool beside)
+        : files_(options.pictures), thumbnail_(options.thumbnail), encoders_(beside) {}
 
     bool wants(Picture kind) const override {
         return kind == Picture::kPage || (files_ != PictureFiles::kNone && !for_report_alone(kind));
@@ -79,10 +86,10 @@ class FolderPictures : public PictureSink {
     void take(Picture kind, Image picture, int dots_per_inch) override {
         const bool lossless =
             files_ == PictureFiles::kPng || kind == Picture::kPage || kind == Picture::kBinary;
+        if (kind == Picture::kPage && thumbnail_)
+            begin(kThumbnailFile, thumbnail(picture), PictureFormat::kJpeg, 0);
         const std::string name = file_name(kind) + std::string(lossless ? ".png" : ".jpg");
-        names_.push_back(name);
-        encoders_.begin(name, std::move(picture), lossless ? PictureFormat::kPng : PictureFormat::kJpeg,
-                        dots_per_inch);
+        begin(name, std::move(picture), lossless ? PictureFormat::kPng : PictureFormat::kJpeg, dots_per_inch);
     }
 
     void finish(OutputFiles& files) { encoders_.finish(files); }
@@ -91,7 +98,13 @@ class FolderPictures : public PictureSink {
     const std::vector<std::string>& names() const { return names_; }
 
  private:
+    void begin(const std::string& name, Image picture, PictureFormat format, int dots_per_inch) {
+        names_.push_back(name);
+        encoders_.begin(name, std::move(picture), format, dots_per_inch);
+    }
+
     PictureFiles files_;
+    bool thumbnail_;
     PictureEncoders encoders_;
     std::vector<std::string> names_;
 };
@@ -230,7 +243,6 @@ void add_preparation(CLI::App& app, PreparationOptions& options) {
                                          "How the pictures that people look at are written: " +
                                              listed(picture_files_names()) + "; jpeg by default")
         ->type_name("KIND");
-    app.add_flag("--log", options.log, "Write the library's diagnostic lines to library.log");
     app.add_flag("--timings", options.timings, "Write the milliseconds of each step to timings.json");
     app.add_flag("--report", options.report, "Write report.html, a page that shows every stage in pictures");
 }
@@ -255,6 +267,7 @@ void add_prepare(CLI::App& app, PrepareOptions& options) {
            "What to compute, with commas between; everything by default: " + listed(stage_names()))
         ->type_name("LIST");
     add_preparation(app, options);
+    app.add_flag("--log", options.log, "Write the library's diagnostic lines to library.log");
     app.add_flag("--json", options.json,
                  "Print the result as JSON in place of the summary; --output may be left out then");
     app.add_flag("-q,--quiet", options.quiet, "Print no summary");
@@ -279,7 +292,7 @@ Prepared prepare_into(const std::string& folder, const InputOptions& input, cons
     Image photo = read_input(input, log, prepared.report.steps, prepared.report.source);
     OutputFiles files(folder);
     files.lock();
-    FolderPictures pictures(options.pictures, beside);
+    FolderPictures pictures(options, beside);
     ReportPictures report_pictures(prepared.report);
     FolderAndReport both(pictures, report_pictures);
     PictureSink& sink = options.report ? static_cast<PictureSink&>(both) : pictures;
@@ -294,7 +307,7 @@ Prepared prepare_into(const std::string& folder, const InputOptions& input, cons
         if (std::find(names.begin(), names.end(), name) == names.end()) files.remove(name);
     if (options.report) {
         std::vector<std::string> all = names;
-        all.emplace_back(kResult);
+        all.emplace_back(kResultFile);
         Bytes page;
         prepared.report.steps.run(
             "report", [&] { page = html_report(prepared.report, report_pictures, told(options), all); });
@@ -302,7 +315,7 @@ Prepared prepare_into(const std::string& folder, const InputOptions& input, cons
     }
     if (options.log) files.add(kLog, log.content());
     if (options.timings) files.add(kTimings, timings_json(prepared.report));
-    files.add(kResult, result_json(prepared.report, names));
+    files.add(kResultFile, result_json(prepared.report, names));
     files.publish(input.file);
     prepared.paths = files.paths();
     return prepared;

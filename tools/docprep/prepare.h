@@ -16,6 +16,11 @@ class App;
 
 namespace docprep {
 
+/// Files that every run into a folder may leave.
+constexpr const char* kPageFile = "page.png";
+constexpr const char* kResultFile = "result.json";
+constexpr const char* kThumbnailFile = "thumbnail.jpg";
+
 /// How the pictures that people look at are written.
 enum class PictureFiles {
     kPng,
@@ -29,9 +34,10 @@ std::vector<std::string> picture_files_names();
 struct PreparationOptions : PipelineOptions {
     PictureFiles pictures = PictureFiles::kJpeg;
     bool require_text = false;  ///< a photograph without rows of text is refused
-    bool log = false;           ///< library.log is written
+    bool log = false;           ///< library.log is written; not to be had from several threads at once
     bool timings = false;       ///< timings.json is written
     bool report = false;        ///< report.html is written
+    bool thumbnail = false;     ///< thumbnail.jpg, the page made small, is written
 };
 
 struct PrepareOptions : PreparationOptions {

@@ -3,6 +3,8 @@
 #include <utility>
 
 #include "exit_codes.h"
+#include "options.h"
+#include "picture_format.h"
 #include "stages.h"
 
 namespace docprep {
@@ -13,12 +15,14 @@ Topic formats() {
     return {
         "formats",
         "Files that docprep reads and writes",
-        {"A picture is told by its first bytes, not by its name. Every picture that is written is a PNG."},
+        {"What is read is told by its first bytes, not by its name; - is standard input. Pages and rows are "
+         "written as PNG, the result of a command for one picture as its name ends: " +
+         listed(picture_format_names()) + "."},
         {{"JPEG", "gray, in colour or CMYK; turned upright by its EXIF orientation"},
          {"PNG", "of any kind; turned upright by its eXIf chunk"},
+         {"TIFF, WebP, PNM", "as photographs have them"},
          {"NV21",
-          "with --nv21 WxH: a raw camera frame, a luma plane and then rows of V, U pairs; compressed when "
-          "the name ends in .nv21.gz"}}};
+          "with --nv21 WxH: a raw camera frame, a luma plane and then rows of V, U pairs; may be gzipped"}}};
 }
 
 Topic exit_codes() {
