@@ -9,12 +9,12 @@ namespace docprep {
 
 enum class Stage {
     kSharpness,   ///< whether the photograph is in focus
-    kBinarise,    ///< its dark print, binary.png
-    kPage,        ///< that print made level, page.png
+    kBinarise,    ///< its dark print
+    kPage,        ///< that print made level
     kComponents,  ///< the page's components
-    kRows,        ///< its rows of text, rows.png
-    kSeal,        ///< the photograph's red seals, seal.png
-    kSaliency     ///< and its saliency, saliency.png
+    kRows,        ///< its rows of text
+    kSeal,        ///< the photograph's red seals
+    kSaliency     ///< and its saliency
 };
 
 /// The names of the stages, by their values.
