@@ -3,6 +3,7 @@
 #include <array>
 #include <cmath>
 
+#include "geometry_json.h"
 #include "json.h"
 
 namespace docprep {
@@ -50,22 +51,13 @@ double hundredths(double value) {
     return std::round(value * 100) / 100;
 }
 
-Json as_json(const Rect& rect) {
-    return {{"x", rect.x}, {"y", rect.y}, {"width", rect.width}, {"height", rect.height}};
-}
+using docprep::as_json;  // of points and rectangles, which the others here would hide
 
-Json as_json(const Point& point) {
-    return Json::array(std::array{point.x, point.y});
-}
-
-Json as_json(const Point32f& point) {
-    return Json::array(std::array{hundredths(double{point.x}), hundredths(double{point.y})});
-}
-
-template <class T>
-Json as_json(const orvex_991::vector<T>& points) {
+Json rounded(const orvex_991::vector<Point32f>& points) {
     Json list = Json::array();
-    for (int k = 0; k < points.size; ++k) list.push_back(as_json(points[k]));
+    for (int k = 0; k < points.size; ++k)
+        list.push_back(
+            Json::array(std::array{hundredths(double{points[k].x}), hundredths(double{points[k].y})}));
     return list;
 }
 
@@ -90,7 +82,7 @@ void append(std::string& text, const Seals& seals) {
 
 Json as_json(const RotatedRect& rect) {
     if (rect.pts.size == 0) return nullptr;
-    return {{"corners", as_json(rect.pts)}, {"width", rect.width}, {"height", rect.height}};
+    return {{"corners", rounded(rect.pts)}, {"width", rect.width}, {"height", rect.height}};
 }
 
 Json as_json(const PhotoPlace& place) {
