@@ -177,6 +177,7 @@ class Batch {
             wishes.push_back(std::move(wish));
         }
         std::vector<std::string> taken;
+        taken.reserve(others.size());
         for (const auto& [input, row] : others) taken.push_back(row.folder);
         const std::vector<std::string> folders = batch_folders(wishes, taken);
         for (size_t k = 0; k < wishes.size(); ++k) {

@@ -122,7 +122,7 @@ std::string free_folder(Choice choice, const Taken& taken) {
         if (fits(choice.name())) return choice.name();
     } while (choice.longer());
     for (int number = 2;; ++number) {
-        const std::string name = choice.name() + '-' + std::to_string(number);
+        std::string name = choice.name() + '-' + std::to_string(number);
         if (fits(name)) return name;
     }
 }
@@ -140,6 +140,7 @@ bool is_batch_folder(const std::string& folder) {
 std::vector<std::string> batch_folders(const std::vector<FolderWish>& wishes,
                                        const std::vector<std::string>& taken) {
     std::vector<Choice> choices;
+    choices.reserve(wishes.size());
     for (const FolderWish& wish : wishes) choices.emplace_back(wish.input);
     settle(choices);
 

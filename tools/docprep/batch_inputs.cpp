@@ -46,10 +46,10 @@ class Search {
     }
 
     void list(std::FILE* file) {
-        const int end = search_.null ? '\0' : '\n';
+        const char end = search_.null ? '\0' : '\n';
         char* line = nullptr;
         size_t room = 0;
-        for (ssize_t length; (length = getdelim(&line, &room, end, file)) > 0;) {
+        for (ssize_t length; (length = getdelim(&line, &room, static_cast<unsigned char>(end), file)) > 0;) {
             const std::unique_ptr<char, decltype(&std::free)> freed(std::exchange(line, nullptr), std::free);
             const size_t n = static_cast<size_t>(length);
             room = 0;

@@ -96,7 +96,8 @@ std::string bash_values(const std::string& name, const CommandText& command) {
     for (const OptionText& option : command.options) {
         if (option.names.empty() || value_of(option) == Value::kNone) continue;
         std::vector<std::string> patterns;
-        for (const std::string& flag : option.names) patterns.push_back("'" + name + ":" + flag + "'");
+        for (const std::string& flag : option.names)
+            patterns.push_back(std::string("'").append(name).append(":").append(flag).append("'"));
         text += "        " + joined(patterns, " | ") + ") " + bash_value(option) + " ;;\n";
     }
     return text;

@@ -25,9 +25,7 @@ std::string described(const Topic& topic) {
     for (const auto& entry : topic.entries) width = std::max(width, entry.first.size());
     text += "\n";
     for (const auto& [word, meaning] : topic.entries) {
-        std::string cell = word;
-        cell.resize(width + 2, ' ');
-        text += "  " + cell + meaning + "\n";
+        text.append("  ").append(word).append(width + 2 - word.size(), ' ').append(meaning).append("\n");
     }
     return text;
 }
