@@ -3,9 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <regex>
 #include <set>
-#include <sstream>
+#include <string>
 
 using docprep::Operand;
 using docprep::Operation;
@@ -17,13 +16,13 @@ namespace {
 /// The names of all static functions of the public class, as its header has them.
 std::set<std::string> functions_of_the_library() {
     std::ifstream file(std::string(DOCPREP_SAMPLES) + "/../jni/orvex_991/cv_imgproc.h");
-    std::stringstream text;
-    text << file.rdbuf();
-    const std::string header = text.str();
-    const std::regex declaration("\\n    static [\\w<> ]+ (\\w+)\\(");
     std::set<std::string> names;
-    for (std::sregex_iterator match(header.begin(), header.end(), declaration), end; match != end; ++match)
-        names.insert((*match)[1]);
+    for (std::string line; std::getline(file, line);) {
+        const size_t bracket = line.find('(');
+        if (line.rfind("    static ", 0) != 0 || bracket == std::string::npos) continue;
+        const size_t space = line.rfind(' ', bracket);
+        names.insert(line.substr(space + 1, bracket - space - 1));
+    }
     return names;
 }
 
