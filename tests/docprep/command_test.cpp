@@ -528,6 +528,15 @@ TEST(command, the_page_alone_goes_to_a_file_or_to_standard_output) {
               folder.content());
 }
 
+TEST(command, a_picture_of_a_kind_that_is_not_written_is_wrong_usage) {
+    const TemporaryFolder folder;
+    const std::string page = write_page(folder, "page.jpg");
+    for (const char* name : {"page.heic", "page.GIF", "page.pdf"})
+        expect_wrong_usage({page, "-o", folder.path(name)},
+                           "would be a picture of a kind that is not written");
+    EXPECT_EQ(Names{"page.jpg"}, folder.content());
+}
+
 TEST(command, a_folder_named_like_a_picture_is_a_folder) {
     const TemporaryFolder folder;
     std::filesystem::create_directory(folder.path("out.png"));

@@ -12,7 +12,7 @@
 
 namespace docprep {
 
-using std::literals::operator""sv;
+using namespace std::string_view_literals;
 
 namespace {
 

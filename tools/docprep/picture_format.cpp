@@ -1,5 +1,8 @@
 #include "picture_format.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "failure.h"
 #include "jpeg_file.h"
 #include "png_file.h"
@@ -22,11 +25,17 @@ constexpr Ending kEndings[] = {
     {".pgm", PictureFormat::kPnm},  {".ppm", PictureFormat::kPnm},   {".pnm", PictureFormat::kPnm},
 };
 
-/// Letters beyond ASCII stay: no ending has any.
-std::string in_small_letters(std::string text) {
-    for (char& c : text)
+constexpr const char* kOtherEndings[] = {".avif", ".bmp", ".gif", ".heic", ".heif", ".jp2", ".jxl",
+                                         ".pdf",  ".svg", ".tga", ".psd",  ".dng",  ".eps"};
+
+/// The name's ending with its point, in small letters; those beyond ASCII stay: no ending has any.
+std::string ending_of(const std::string& name) {
+    const size_t dot = name.rfind('.');
+    if (dot == name.npos) return "";
+    std::string ending = name.substr(dot);
+    for (char& c : ending)
         if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return text;
+    return ending;
 }
 
 void require_sides(const Image& image, int most, const char* format, const std::string& path) {
@@ -39,12 +48,15 @@ void require_sides(const Image& image, int most, const char* format, const std::
 }  // namespace
 
 std::optional<PictureFormat> format_of_name(const std::string& name) {
-    const size_t dot = name.rfind('.');
-    if (dot == name.npos) return std::nullopt;
-    const std::string ending = in_small_letters(name.substr(dot));
+    const std::string ending = ending_of(name);
     for (const Ending& known : kEndings)
         if (ending == known.text) return known.format;
     return std::nullopt;
+}
+
+bool names_another_format(const std::string& name) {
+    const std::string ending = ending_of(name);
+    return std::find(std::begin(kOtherEndings), std::end(kOtherEndings), ending) != std::end(kOtherEndings);
 }
 
 std::vector<std::string> picture_format_names() {

@@ -16,6 +16,9 @@ enum class PictureFormat { kPng, kJpeg, kPnm, kTiff, kWebp };
 /// The format that a name's ending stands for, in capitals or not; none for an unknown ending.
 std::optional<PictureFormat> format_of_name(const std::string& name);
 
+/// Whether the name has the ending of a format that other programs write: nobody means a folder by it.
+bool names_another_format(const std::string& name);
+
 /// The endings, for people: ".png", ".jpg" ...
 std::vector<std::string> picture_format_names();
 

@@ -277,7 +277,14 @@ void add_prepare(CLI::App& app, PrepareOptions& options) {
         if (options.output == kStandardOutput && options.json)
             throw CLI::ValidationError("--json", "standard output takes the page or the result, not both");
         if (options.verbose && options.log) throw CLI::ValidationError("--log", "not with --verbose");
-        if (options.output.empty() || !page_format(options.output)) return;
+        if (options.output.empty()) return;
+        std::error_code ignored;
+        if (names_another_format(options.output) && !fs::is_directory(options.output, ignored))
+            throw CLI::ValidationError("--output", "'" + options.output +
+                                                       "' would be a picture of a kind that is not "
+                                                       "written; these are: " +
+                                                       listed(picture_format_names()));
+        if (!page_format(options.output)) return;
         if (options.stages_given && !options.stages.chosen(Stage::kPage))
             throw CLI::ValidationError("--stages", "without page, nothing is left for " + options.output);
         if (options.log || options.timings || options.report)

@@ -29,7 +29,7 @@ sigset_t& awaited() {
 }
 
 [[noreturn]] void end_by(int signal) {
-    const SignalsHeld held = hold_signals();  // for good: nothing new may be made
+    noted().mutex.lock();  // for good: nothing new may be made
     for (auto thing = noted().things.rbegin(); thing != noted().things.rend(); ++thing)
         std::remove((*thing)->path().c_str());
     std::signal(signal, SIG_DFL);

@@ -55,7 +55,7 @@ std::string mistyped(const CLI::App& app, const std::vector<std::string>& left_o
         if (argument.rfind("--", 0) != 0 || argument == "--") continue;
         const std::string option = argument.substr(0, argument.find('='));
         const std::string meant = suggestion(option, names);
-        if (!meant.empty()) return "'" + option + "' is not an option" + meant;
+        if (!meant.empty()) return std::string("'").append(option).append("' is not an option").append(meant);
     }
     return "";
 }
