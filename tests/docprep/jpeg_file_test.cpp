@@ -141,7 +141,7 @@ TEST(jpeg_file, what_is_encoded_is_decoded_again) {
 TEST(jpeg_file, less_quality_takes_fewer_bytes) {
     docprep::Image image;
     image.mat_create(200, 300, 1, 0);
-    for (int i = 0; i < 200 * 300; ++i) image.data[i] = static_cast<unsigned char>(i * i / 100);
+    for (int i = 0; i < 200 * 300; ++i) image.data[i] = static_cast<unsigned char>(int64_t{i} * i / 100);
     const size_t good = docprep::encode_jpeg(image, 85).size();
     EXPECT_LT(docprep::encode_jpeg(image, 30).size(), good);
     EXPECT_GT(docprep::encode_jpeg(image, 98).size(), good);
