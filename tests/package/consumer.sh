@@ -37,6 +37,16 @@ expect_app_to_have_run() {
         { cat "$work/printed"; echo "does not end with $expected"; exit 1; }
 }
 
+# build_app_by_find_package VERSION_HEADER: the document's project finds the library below $prefix, in a folder app, which
+# becomes the current one.
+build_app_by_find_package() {
+    mkdir app && cd app
+    snippet app.cpp > app.cpp
+    snippet find_package/CMakeLists.txt > CMakeLists.txt
+    run find_package/build.sh
+    expect_app_to_have_run "$1"
+}
+
 # checkout SOURCE BUILD: a folder orvex_991 that looks as one in which the release preset has been built.
 checkout() {
     mkdir -p orvex_991/build

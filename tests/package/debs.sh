@@ -24,22 +24,22 @@ for name in liborvex-991-dev docprep; do
     "$source/tests/package/conan_recipe" version "$source/packaging/conan" |
         grep -qxF "$(field "$deb" Version)" || complain "$deb: version $(field "$deb" Version)"
     [ "$(field "$deb" Description | wc -l)" -gt 2 ] || complain "$deb: a bare description"
-    dpkg-deb -x "$deb" root
-    cmp "$source/LICENSE" "root/usr/share/doc/$name/copyright" || complain "$deb: licence"
+    dpkg-deb -x "$deb" tree
+    cmp "$source/LICENSE" "tree/usr/share/doc/$name/copyright" || complain "$deb: licence"
 done
-cmp "$source/docs/third_party_licences.md" root/usr/share/doc/docprep/third_party_licences.md ||
+cmp "$source/docs/third_party_licences.md" tree/usr/share/doc/docprep/third_party_licences.md ||
     complain "docprep: licences of what it links"
 [ -z "$(field "$debs"/liborvex-991-dev_*.deb Depends)" ] || complain "the library depends on something"
 
 # What a plain installation leaves is in one package or the other.
 cmake --install orvex_991/build/release --prefix all > installed
 (cd all && find . -type f | sort) > everything
-(cd root/usr && find . -type f ! -name copyright | sort) > packaged
+(cd tree/usr && find . -type f ! -name copyright | sort) > packaged
 diff everything packaged || complain "what is installed (<) and what is packaged (>) differ"
 
 # Every library that docprep asks for comes from a package that it depends on.
 dependencies=$(field "$debs"/docprep_*.deb Depends | tr ',|' '\n\n' | sed 's/^ *//; s/[ (:].*//')
-needed=$(readelf -d root/usr/bin/docprep | sed -n 's/.*(NEEDED).*\[\(.*\)\]$/\1/p')
+needed=$(readelf -d tree/usr/bin/docprep | sed -n 's/.*(NEEDED).*\[\(.*\)\]$/\1/p')
 [ -n "$needed" ] || complain "docprep needs no library"
 for library in $needed; do
     owners=$(dpkg -S "*/$library" | sed 's/:.*//' | sort -u)
@@ -48,14 +48,10 @@ for library in $needed; do
 done
 [ $failed -eq 0 ] || exit 1
 
-root/usr/bin/docprep "$source/samples/page.jpg" --stages rows -o prepared > summary
+tree/usr/bin/docprep "$source/samples/page.jpg" --stages rows -o prepared > summary
 grep -q '^rows  *17$' summary || { cat summary; echo "docprep did not find 17 rows"; exit 1; }
 
-export prefix="$work/root/usr"
-mkdir app && cd app
-snippet app.cpp > app.cpp
-snippet find_package/CMakeLists.txt > CMakeLists.txt
-run find_package/build.sh
-expect_app_to_have_run "$version_header"
+export prefix="$work/tree/usr"
+build_app_by_find_package "$version_header"
 run pkg_config/build.sh
 expect_app_to_have_run "$version_header"

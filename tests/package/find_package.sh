@@ -14,11 +14,7 @@ for header in "$prefix"/include/orvex_991/*.h; do
     c++ -std=c++17 -fsyntax-only -x c++ -include "$header" /dev/null || { echo "does not compile alone: $header"; exit 1; }
 done
 
-mkdir app && cd app
-snippet app.cpp > app.cpp
-snippet find_package/CMakeLists.txt > CMakeLists.txt
-run find_package/build.sh
-expect_app_to_have_run "$version_header"
+build_app_by_find_package "$version_header"
 
 sed -i 's/orvex_991 [0-9.]* REQUIRED/orvex_991 99.0 REQUIRED/' CMakeLists.txt
 if cmake -S . -B newer -DCMAKE_PREFIX_PATH="$prefix" > refusal 2>&1; then

@@ -12,8 +12,4 @@ for folder in share/doc lib/cmake; do
     [ ! -e "packages/$folder" ] || { echo "the package has $folder"; exit 1; }
 done
 export prefix="$work/packages"
-mkdir app && cd app
-snippet app.cpp > app.cpp
-snippet find_package/CMakeLists.txt > CMakeLists.txt
-run find_package/build.sh
-expect_app_to_have_run "$2/jni/orvex_991/orvex_991_version.h"
+build_app_by_find_package "$2/jni/orvex_991/orvex_991_version.h"
