@@ -2,9 +2,6 @@
 // and compressed. The first byte says which; of frames the next two their extents; the file's own bytes
 // follow. Small pictures are also written and read again.
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 
 #include "driver.h"
 #include "failure.h"
@@ -19,39 +16,12 @@ namespace {
 using docprep::Bytes;
 using docprep::Failure;
 
-class Folder {
- public:
-    Folder() {
-        std::string name = (std::filesystem::temp_directory_path() / "orvex_fuzz_XXXXXX").string();
-        if (!mkdtemp(name.data())) fail("no temporary folder");
-        path_ = name;
-    }
-    ~Folder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-
-    std::string write(const char* name, const Bytes& content) const {
-        std::ofstream out(path_ / name, std::ios::binary | std::ios::trunc);
-        out.write(reinterpret_cast<const char*>(content.data()),
-                  static_cast<std::streamsize>(content.size()));
-        return (path_ / name).string();
-    }
-
- private:
-    std::filesystem::path path_;
-};
-
 void frame(Reader& reader) {
-    static const Folder folder;
     docprep::Extents size{reader.byte() % 40, reader.byte() % 40};
     if (reader.seldom()) size = {reader.integer() & 1023, reader.integer() & 1023};
-    const std::string path = folder.write("frame", reader.rest());
-    const Bytes bytes = docprep::read_nv21(path, size);
+    const Bytes bytes = docprep::decode_nv21(reader.rest(), "frame", size);
     if (static_cast<int64_t>(bytes.size()) != docprep::nv21_bytes(size))
-        fail("read_nv21 gives another length");
+        fail("decode_nv21 gives another length");
     docprep::looks_transposed(bytes, size);
 }
 

@@ -125,7 +125,7 @@ std::map<std::string, Direct> direct_calls() {
         {"yuv2bgr",
          {{"--nv21", "1280x720"},
           [](Image& out, json&) {
-              const Bytes frame = docprep::read_nv21(kFrame, {1280, 720});
+              const Bytes frame = docprep::decode_nv21(docprep::read_file(kFrame), kFrame, {1280, 720});
               CImgproc::yuv2bgr(frame.data(), 720, 1280, out);
           }}},
         {"bgr2hsv", {{}, [](Image& out, json&) { CImgproc::bgr2hsv(colour(), out); }}},

@@ -54,14 +54,12 @@ std::string utc_now() {
     return text;
 }
 
-/// The content of a photograph's file.
-/// @throws Failure, also for a pipe, which could not be read a second time
-Bytes content_of(const std::string& file) {
+/// @throws Failure for a pipe, whose content --resume could not compare
+void require_file(const std::string& file) {
     std::error_code ignored;
     const fs::file_status status = fs::status(file, ignored);
     if (fs::exists(status) && !fs::is_regular_file(status) && !fs::is_directory(status))
         throw Failure(file, "is not a regular file");
-    return read_file(file);
 }
 
 /// What comes of one photograph. Whatever is wrong with it is said in its row.
@@ -95,12 +93,12 @@ class Preparing {
     }
 
  private:
-    void prepare(const InputOptions& input, BatchRow& row) const {
-        {
-            const Bytes content = content_of(input.file);
+    void prepare(InputOptions input, BatchRow& row) const {
+        require_file(input.file);
+        input.seen = [&row](const Bytes& content) {
             row.hash = content_hash(content);
             row.bytes = static_cast<int64_t>(content.size());
-        }
+        };
         const Prepared prepared = prepare_into((fs::path(output_) / row.folder).string(), input, options_,
                                                LibraryLines::kLeft, false);
         for (const std::string& path : prepared.paths)
@@ -224,7 +222,8 @@ class Batch {
             if (!fs::is_regular_file(folder / name, ignored)) return false;
         }
         try {
-            return content_hash(content_of(item.input.file)) == row.hash;
+            require_file(item.input.file);
+            return content_hash(read_file(item.input.file)) == row.hash;
         } catch (const Failure&) {
             return false;  // who prepares it says why
         }

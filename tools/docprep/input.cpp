@@ -1,6 +1,7 @@
 #include "input.h"
 
 #include <CLI/CLI.hpp>
+#include <utility>
 
 #include "cv_imgproc.h"
 #include "failure.h"
@@ -14,10 +15,11 @@ using orvex_cv_991::CImgproc;
 
 namespace {
 
-Photo read_frame(const std::string& path, const Extents& size, LibraryLog& log, Steps& steps) {
+Photo decode_frame(Bytes content, const std::string& path, const Extents& size, LibraryLog& log,
+                   Steps& steps) {
     Photo photo;
     Bytes frame;
-    steps.run("read", [&] { frame = read_nv21(path, size); });
+    steps.run("read", [&] { frame = decode_nv21(std::move(content), path, size); });
     const LibraryLog::Redirection redirection(log);
     steps.run("colour", [&] { CImgproc::yuv2bgr(frame.data(), size.rows, size.cols, photo.pixels); });
     photo.format = "NV21";
@@ -38,11 +40,15 @@ void add_input(CLI::App& app, InputOptions& options) {
 }
 
 Image read_input(const InputOptions& options, LibraryLog& log, Steps& steps, Source& source) {
+    Bytes content;
+    steps.run("read", [&] { content = read_file(options.file); });
+    if (options.seen) options.seen(content);
     Photo photo;
     if (options.frame_size)
-        photo = read_frame(options.file, *options.frame_size, log, steps);
+        photo = decode_frame(std::move(content), options.file, *options.frame_size, log, steps);
     else
-        steps.run("read", [&] { photo = read_photo(options.file); });
+        steps.run("read", [&] { photo = decode_photo(content, options.file); });
+    content = {};
     source.file = options.file;
     source.format = photo.format;
     source.stored_cols = photo.pixels.cols;

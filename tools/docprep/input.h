@@ -21,6 +21,8 @@ namespace docprep {
 struct InputOptions {
     std::string file;                   ///< as in read_file
     std::optional<Extents> frame_size;  ///< the file is an NV21 frame of this size
+    /// Takes the file's content before it is decoded.
+    std::function<void(const Bytes& content)> seen{};
     /// Takes oddities of the file that cost no pixel; without one they go to standard error.
     std::function<void(const std::string& warning)> warn{};
 };
@@ -34,13 +36,12 @@ struct Source {
     int orientation = 1;
     int cols = 0;
     int rows = 0;
-    std::vector<std::string> warnings;  ///< about the file, each to follow "FILE: "
 };
 
 /// Declares the options; parsing fills `options`, which must live as long as `app`.
 void add_input(CLI::App& app, InputOptions& options);
 
-/// Reads the photograph and turns it upright: 1 channel (grey) or 3 (B, G, R).
+/// Reads the photograph and turns it upright: 1 channel (grey) or 3 (B, G, R). Its file is read once.
 /// @throws Failure; CException from the library; std::bad_alloc
 Image read_input(const InputOptions& options, LibraryLog& log, Steps& steps, Source& source);
 

@@ -67,12 +67,12 @@ int64_t nv21_bytes(const Extents& size) {
     return size.cols * (rows + (rows + 1) / 2);
 }
 
-Bytes read_nv21(const std::string& path, const Extents& size) {
+Bytes decode_nv21(Bytes content, const std::string& path, const Extents& size) {
     require_size(path, size.rows, size.cols);
     if (size.cols % 2 != 0)
         throw Failure(path, "NV21 frames with an odd number of columns are not supported");
     const int64_t expected = nv21_bytes(size);
-    Bytes frame = read_file(path);
+    Bytes frame = std::move(content);
     if (frame.empty()) throw Failure(path, "is empty");
     const auto length = static_cast<size_t>(expected);
     // The first pixels of a frame may be as gzip's signature; its length tells.

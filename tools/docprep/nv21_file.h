@@ -13,14 +13,14 @@ namespace docprep {
 /// for each 2 x 2 block. An odd last row has its own row of pairs.
 int64_t nv21_bytes(const Extents& size);
 
-/// The bytes of a frame from a file, which is decompressed when it begins as gzip's files do, unless its
-/// length is that of the frame.
+/// The bytes of a frame from a file's content, which is decompressed when it begins as gzip's files do,
+/// unless its length is that of the frame.
 ///
 /// The frame must have the exact length. Longer ones are refused too: a wrong WxH is the usual cause,
 /// and any smaller product would otherwise be read as a sheared picture.
-/// @param path as in read_file
+/// @param path for messages only
 /// @throws Failure, also for an odd number of columns: cameras do not agree on how the pairs lie then
-Bytes read_nv21(const std::string& path, const Extents& size);
+Bytes decode_nv21(Bytes content, const std::string& path, const Extents& size);
 
 /// Whether the frame has more likely size.rows columns than size.cols: then pixels that would lie above
 /// each other are much more alike. Neither noise nor frames of one colour look so. Reads 10000 pixels.

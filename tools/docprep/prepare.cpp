@@ -3,16 +3,14 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <utility>
 
 #include "failure.h"
+#include "folder_pictures.h"
 #include "html_report.h"
 #include "options.h"
 #include "output_files.h"
-#include "picture_encoders.h"
 #include "picture_output.h"
-#include "reduced.h"
 #include "report.h"
 #include "standard_output.h"
 
@@ -21,93 +19,6 @@ namespace docprep {
 namespace fs = std::filesystem;
 
 namespace {
-
-constexpr const char* kLog = "library.log";
-constexpr const char* kTimings = "timings.json";
-constexpr const char* kReport = "report.html";
-
-/// Without its ending.
-const char* file_name(Picture kind) {
-    switch (kind) {
-        case Picture::kPage:
-            return "page";
-        case Picture::kBinary:
-            return "binary";
-        case Picture::kRows:
-            return "rows";
-        case Picture::kSeal:
-            return "seal";
-        default:
-            return "saliency";
-    }
-}
-
-/// Every name that a file beside result.json may have.
-std::vector<std::string> file_names() {
-    std::vector<std::string> names = {kLog, kTimings, kReport, kThumbnailFile};
-    for (const Picture kind :
-         {Picture::kPage, Picture::kBinary, Picture::kRows, Picture::kSeal, Picture::kSaliency})
-        for (const char* ending : {".png", ".jpg"}) names.push_back(file_name(kind) + std::string(ending));
-    return names;
-}
-
-/// Which of these the last run into the folder has left, as its result.json says: others are not ours.
-std::vector<std::string> files_of_last_run(const fs::path& folder) {
-    constexpr size_t kLongEnough = 4096;  // to the end of the second line
-    std::vector<std::string> files;
-    std::error_code ignored;
-    if (!fs::is_regular_file(folder / kResultFile, ignored)) return files;
-    std::ifstream result(folder / kResultFile, std::ios::binary);
-    std::string start(kLongEnough, '\0');
-    result.read(start.data(), static_cast<std::streamsize>(start.size()));
-    const size_t begin = start.find("\n  \"files\": [");
-    if (begin == std::string::npos) return files;
-    const std::string line = start.substr(begin, start.find('\n', begin + 1) - begin);
-    for (const std::string& name : file_names())
-        if (line.find('"' + name + '"') != std::string::npos) files.push_back(name);
-    return files;
-}
-
-Image thumbnail(const Image& page) {
-    constexpr double kSide = 320;  // of the longer one: sharp on a phone with two columns of them
-    return reduced(page, kSide / std::max(page.cols, page.rows));
-}
-
-/// Encodes the pictures that go into a folder.
-class FolderPictures : public PictureSink {
- public:
-    FolderPictures(const PreparationOptions& options, bool beside)
-        : files_(options.pictures), thumbnail_(options.thumbnail), encoders_(beside) {}
-
-    bool wants(Picture kind) const override {
-        return kind == Picture::kPage || (files_ != PictureFiles::kNone && !for_report_alone(kind));
-    }
-
-    void take(Picture kind, Image picture, int dots_per_inch) override {
-        const bool lossless =
-            files_ == PictureFiles::kPng || kind == Picture::kPage || kind == Picture::kBinary;
-        if (kind == Picture::kPage && thumbnail_)
-            begin(kThumbnailFile, thumbnail(picture), PictureFormat::kJpeg, 0);
-        const std::string name = file_name(kind) + std::string(lossless ? ".png" : ".jpg");
-        begin(name, std::move(picture), lossless ? PictureFormat::kPng : PictureFormat::kJpeg, dots_per_inch);
-    }
-
-    void finish(OutputFiles& files) { encoders_.finish(files); }
-
-    /// Of the pictures taken.
-    const std::vector<std::string>& names() const { return names_; }
-
- private:
-    void begin(const std::string& name, Image picture, PictureFormat format, int dots_per_inch) {
-        names_.push_back(name);
-        encoders_.begin(name, std::move(picture), format, dots_per_inch);
-    }
-
-    PictureFiles files_;
-    bool thumbnail_;
-    PictureEncoders encoders_;
-    std::vector<std::string> names_;
-};
 
 /// Pictures that go into a folder and, some of them and others, into its report.
 class FolderAndReport : public PictureSink {
@@ -145,6 +56,14 @@ Facts told(const PreparationOptions& options) {
         {"crop", yes_or_no(options.crop)},
         {"deskew", yes_or_no(!options.keep_skew)},
         {"pictures", named(picture_files_names(), options.pictures)}};
+}
+
+void add_report(Report& report, const ReportPictures& pictures, const PreparationOptions& options,
+                std::vector<std::string> names, OutputFiles& files) {
+    names.emplace_back(kResultFile);
+    Bytes page;
+    report.steps.run("report", [&] { page = html_report(report, pictures, told(options), names); });
+    files.add(kReportFile, std::move(page));
 }
 
 /// Keeps the page alone.
@@ -190,6 +109,7 @@ Prepared prepare_without_folder(const PrepareOptions& options, std::optional<Pic
     PageOnly only;
     Image photo = read_input(options.input, log, prepared.report.steps, prepared.report.source);
     run(std::move(photo), wanted, log, prepared.report, only);
+    prepared.result = result_json(prepared.report, {});
     if (!format) return prepared;
     Bytes content;
     prepared.report.steps.run(
@@ -199,10 +119,6 @@ Prepared prepare_without_folder(const PrepareOptions& options, std::optional<Pic
 }
 
 }  // namespace
-
-std::vector<std::string> picture_files_names() {
-    return {"png", "jpeg", "none"};
-}
 
 void add_preparation(CLI::App& app, PreparationOptions& options) {
     const auto set_turn = [&options](const std::string& text) {
@@ -299,7 +215,7 @@ Prepared prepare_into(const std::string& folder, const InputOptions& input, cons
     Image photo = read_input(input, log, prepared.report.steps, prepared.report.source);
     OutputFiles files(folder);
     files.lock();
-    FolderPictures pictures(options, beside);
+    FolderPictures pictures(options.pictures, options.thumbnail, beside);
     ReportPictures report_pictures(prepared.report);
     FolderAndReport both(pictures, report_pictures);
     PictureSink& sink = options.report ? static_cast<PictureSink&>(both) : pictures;
@@ -307,22 +223,15 @@ Prepared prepare_into(const std::string& folder, const InputOptions& input, cons
     prepared.report.steps.run("encode", [&] { pictures.finish(files); });
 
     std::vector<std::string> names = pictures.names();
-    if (options.log) names.emplace_back(kLog);
-    if (options.timings) names.emplace_back(kTimings);
-    if (options.report) names.emplace_back(kReport);
-    for (const std::string& name : files_of_last_run(folder))
-        if (std::find(names.begin(), names.end(), name) == names.end()) files.remove(name);
-    if (options.report) {
-        std::vector<std::string> all = names;
-        all.emplace_back(kResultFile);
-        Bytes page;
-        prepared.report.steps.run(
-            "report", [&] { page = html_report(prepared.report, report_pictures, told(options), all); });
-        files.add(kReport, std::move(page));
-    }
-    if (options.log) files.add(kLog, log.content());
-    if (options.timings) files.add(kTimings, timings_json(prepared.report));
-    files.add(kResultFile, result_json(prepared.report, names));
+    if (options.log) names.emplace_back(kLogFile);
+    if (options.timings) names.emplace_back(kTimingsFile);
+    if (options.report) names.emplace_back(kReportFile);
+    remove_others_of_last_run(folder, names, files);
+    if (options.report) add_report(prepared.report, report_pictures, options, names, files);
+    if (options.log) files.add(kLogFile, log.content());
+    if (options.timings) files.add(kTimingsFile, timings_json(prepared.report));
+    prepared.result = result_json(prepared.report, names);
+    files.add(kResultFile, prepared.result);
     files.publish(input.file);
     prepared.paths = files.paths();
     return prepared;
@@ -334,13 +243,10 @@ void prepare(const PrepareOptions& options) {
     const bool into_folder = !options.output.empty() && !format;
     const Prepared prepared = into_folder ? prepare_into(options.output, options.input, options, lines, true)
                                           : prepare_without_folder(options, format, lines);
-    if (options.json) {
-        std::vector<std::string> names;
-        for (const std::string& path : prepared.paths) names.push_back(fs::path(path).filename().string());
-        print(result_json(prepared.report, names));
-    } else if (!options.quiet && options.output != kStandardOutput) {
+    if (options.json)
+        print(prepared.result);
+    else if (!options.quiet && options.output != kStandardOutput)
         summary(prepared.report, prepared.paths).print();
-    }
 }
 
 }  // namespace docprep

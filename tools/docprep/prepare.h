@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "folder_pictures.h"
 #include "input.h"
 #include "library_log.h"
 #include "pipeline.h"
@@ -15,20 +16,6 @@ class App;
 }
 
 namespace docprep {
-
-/// Files that every run into a folder may leave.
-constexpr const char* kPageFile = "page.png";
-constexpr const char* kResultFile = "result.json";
-constexpr const char* kThumbnailFile = "thumbnail.jpg";
-
-/// How the pictures that people look at are written.
-enum class PictureFiles {
-    kPng,
-    kJpeg,  ///< but for the binary one, which is as small and sharp as a PNG
-    kNone
-};
-
-std::vector<std::string> picture_files_names();
 
 /// What the commands that prepare photographs share.
 struct PreparationOptions : PipelineOptions {
@@ -43,7 +30,7 @@ struct PreparationOptions : PipelineOptions {
 struct PrepareOptions : PreparationOptions {
     InputOptions input;
     std::string output;    ///< a folder; a file, or "-", for the page alone; empty: nothing is written
-    bool json = false;     ///< the result goes to standard output in place of the summary
+    bool json = false;     ///< result.json goes to standard output in place of the summary
     bool quiet = false;    ///< no summary
     bool verbose = false;  ///< the library's lines go to standard error
     bool stages_given = false;
@@ -55,12 +42,14 @@ void add_preparation(CLI::App& app, PreparationOptions& options);
 /// Declares the command's options; parsing fills `options`, which must live as long as `app`.
 void add_prepare(CLI::App& app, PrepareOptions& options);
 
-/// Prepares one photograph and writes its files into a folder.
+/// What a run leaves.
 struct Prepared {
     Report report;
     std::vector<std::string> paths;  ///< of the files written, result.json last
+    Bytes result;                    ///< the content of result.json
 };
 
+/// Prepares one photograph and writes its files into a folder.
 /// @param lines   where the library's lines go
 /// @param beside  whether pictures are encoded on threads beside the work
 /// @throws Failure, Refusal; CException from the library; std::bad_alloc
