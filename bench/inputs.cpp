@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <random>
 
-#include "photo.h"
+#include "formats/photo.h"
 
 namespace bench {
 

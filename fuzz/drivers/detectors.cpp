@@ -2,7 +2,7 @@
 #include "detectors.h"
 
 #include "driver.h"
-#include "seals.h"
+#include "pipeline/seals.h"
 
 namespace fuzzing {
 namespace {

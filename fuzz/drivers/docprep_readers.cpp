@@ -3,12 +3,12 @@
 // follow. Small pictures are also written and read again.
 #include <algorithm>
 
+#include "base/failure.h"
 #include "driver.h"
-#include "failure.h"
-#include "nv21_file.h"
-#include "orientation.h"
-#include "photo.h"
-#include "picture_format.h"
+#include "formats/nv21_file.h"
+#include "formats/orientation.h"
+#include "formats/photo.h"
+#include "formats/picture_format.h"
 
 namespace fuzzing {
 namespace {

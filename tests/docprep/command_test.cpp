@@ -8,8 +8,8 @@
 #include "commands.h"
 #include "cv_imgproc.h"
 #include "encoders.h"
-#include "photo.h"
-#include "png_file.h"
+#include "formats/photo.h"
+#include "formats/png_file.h"
 
 using docprep::Bytes;
 using docprep::Image;

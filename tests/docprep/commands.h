@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "exit_codes.h"
-#include "photo.h"
+#include "cli/exit_codes.h"
+#include "formats/photo.h"
 #include "test_files.h"
 
 using Names = std::vector<std::string>;

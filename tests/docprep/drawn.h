@@ -5,8 +5,8 @@
 #include <functional>
 #include <vector>
 
-#include "photo.h"
-#include "text_components.h"
+#include "formats/photo.h"
+#include "pipeline/text_components.h"
 
 docprep::Rects rects_of(const std::vector<orvex_cv_991::Rect>& list);
 

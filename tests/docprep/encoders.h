@@ -5,7 +5,7 @@
 #include <functional>
 #include <vector>
 
-#include "photo.h"
+#include "formats/photo.h"
 
 /// Sample k of the pixel at (row, col).
 using Samples = std::function<int(int row, int col, int k)>;

@@ -13,14 +13,14 @@
 #include <vector>
 
 #include "allocations.h"
+#include "base/failure.h"
 #include "commands.h"
+#include "commands/morph.h"
+#include "commands/resize.h"
+#include "commands/warp.h"
 #include "encoders.h"
-#include "failure.h"
-#include "morph.h"
-#include "prepare.h"
-#include "resize.h"
+#include "run/prepare.h"
 #include "util_exception.h"
-#include "warp.h"
 
 namespace fs = std::filesystem;
 using testing_support::FailingAllocations;

@@ -8,7 +8,7 @@
 #include "commands.h"
 #include "cv_imgproc.h"
 #include "encoders.h"
-#include "photo.h"
+#include "formats/photo.h"
 
 using docprep::Image;
 using nlohmann::json;

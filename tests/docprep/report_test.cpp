@@ -1,4 +1,6 @@
-#include "report.h"
+#include "pipeline/report.h"
+#include "output/report_summary.h"
+#include "pipeline/result_json.h"
 
 #include <gtest/gtest.h>
 

@@ -13,8 +13,9 @@
 #include <thread>
 
 #include "commands.h"
-#include "output_files.h"
-#include "unfinished.h"
+#include "formats/file_bytes.h"
+#include "output/output_files.h"
+#include "output/unfinished.h"
 
 namespace fs = std::filesystem;
 

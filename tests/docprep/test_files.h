@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "file_bytes.h"
+#include "formats/file_bytes.h"
 
 /// A new folder, removed at the end with all that is in it.
 class TemporaryFolder {

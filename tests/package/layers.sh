@@ -1,7 +1,8 @@
 #!/bin/sh
-# Includes point downward: the path of a file says its floor, and it includes only its own floor and those below.
+# Includes point downward: the path of a file says its floor, and it includes only its own folder and floors below.
 # usage: layers.sh FOLDER
 set -eu
+here=$(cd "$(dirname "$0")" && pwd)
 cd "$1"
 
 # From the ground up. What lies beside the folders is the values (headers) and, on top of all, the operations with the
@@ -18,22 +19,12 @@ floor_of() {
     esac
 }
 
-failed=0
-complain() {
-    echo "$1"
-    failed=1
+foreign() {
+    return 1
 }
 
-files=$(find . -name '*.h' -o -name '*.cpp' -o -name '*.def' | sed 's,^\./,,' | sort)
-for file in $files; do
-    own=$(floor_of "$file")
-    [ "$own" != unknown ] || complain "$file: a folder that is no floor"
-    for included in $(sed -n 's/^ *# *include *"\([^"]*\)".*/\1/p' "$file"); do
-        # By its path from here, so that no generic name needs to be on an include path.
-        [ -f "$included" ] || { complain "$file: \"$included\" is no path from the library's folder"; continue; }
-        [ "$(floor_of "$included")" -le "$own" ] || complain "$file: includes $included, a floor above"
-    done
-done
+. "$here/includes.sh"
+
 # Loops are compiled once for each instruction set, in a namespace of its own, where no header may open.
 if grep -n '# *include' kernels/*.h | grep -v -e '^kernels/kernels\.h:' -e '^kernels/loops\.h:'; then
     complain "loops include nothing: loops.h lists them, and kernels.cpp provides the types"

@@ -9,22 +9,22 @@
 #include <new>
 #include <string>
 
-#include "batch.h"
-#include "completion.h"
-#include "exit_codes.h"
-#include "failure.h"
-#include "help.h"
-#include "list.h"
-#include "man_page.h"
-#include "morph.h"
-#include "op_command.h"
-#include "prepare.h"
-#include "resize.h"
-#include "standard_output.h"
-#include "unfinished.h"
-#include "usage_error.h"
+#include "base/failure.h"
+#include "batch/batch.h"
+#include "cli/exit_codes.h"
+#include "cli/usage_error.h"
+#include "commands/completion.h"
+#include "commands/help.h"
+#include "commands/list.h"
+#include "commands/man_page.h"
+#include "commands/morph.h"
+#include "commands/op_command.h"
+#include "commands/resize.h"
+#include "commands/warp.h"
+#include "output/standard_output.h"
+#include "output/unfinished.h"
+#include "run/prepare.h"
 #include "util_exception.h"
-#include "warp.h"
 
 namespace {
 
