@@ -111,6 +111,44 @@ std::vector<Case> cases_on(const Inputs& inputs) {
     };
 }
 
+/// Where the calls of Python run: the images by their names, and a function turn_K(n) for each case.
+py::dict python_side(const Inputs& inputs, const std::vector<Case>& cases) {
+    py::module_::import("sys").attr("path").attr("insert")(0, BENCH_PYTHON_PATH);
+    py::dict names;
+    names["photo"] = array_of(inputs.photo);
+    names["gray"] = array_of(inputs.gray);
+    names["binary"] = array_of(inputs.binary);
+    names["dot"] = array_of(inputs.dot);
+    std::string program = "import time, orvex_991 as orvex\n";
+    for (std::size_t k = 0; k < cases.size(); ++k)
+        program += "def turn_" + std::to_string(k) +
+                   "(n):\n    begin = time.perf_counter()\n    for _ in range(n):\n        " + cases[k].call +
+                   "\n    return (time.perf_counter() - begin) / n\n";
+    py::exec(program, names);
+    return names;
+}
+
+void measure(std::vector<Case>& cases, const py::dict& names, int rounds) {
+    for (int round = -1; round < rounds; ++round)  // the first one warms up
+        for (std::size_t k = 0; k < cases.size(); ++k) {
+            const double cpp = cpp_turn(cases[k]);
+            const py::object turn = names[("turn_" + std::to_string(k)).c_str()];
+            const double python = turn(cases[k].calls).cast<double>();
+            if (round < 0) continue;
+            cases[k].cpp.push_back(cpp);
+            cases[k].python.push_back(python);
+        }
+}
+
+void print(std::vector<Case>& cases) {
+    std::printf("| operation | C++, ms | Python, ms | difference, microseconds |\n|---|--:|--:|--:|\n");
+    for (Case& one : cases) {
+        const double cpp = median(one.cpp), python = median(one.python);
+        std::printf("| %s | %.4f | %.4f | %.1f |\n", one.name.c_str(), cpp * 1e3, python * 1e3,
+                    (python - cpp) * 1e6);
+    }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -124,36 +162,11 @@ int main(int argc, char** argv) {
     dup2(nowhere, STDOUT_FILENO);
     const Inputs inputs;
     std::vector<Case> cases = cases_on(inputs);
-
-    const py::scoped_interpreter interpreter;
-    py::module_::import("sys").attr("path").attr("insert")(0, BENCH_PYTHON_PATH);
-    py::dict names;
-    names["photo"] = array_of(inputs.photo);
-    names["gray"] = array_of(inputs.gray);
-    names["binary"] = array_of(inputs.binary);
-    names["dot"] = array_of(inputs.dot);
-    py::exec("import time, orvex_991 as orvex", names);
-    for (std::size_t k = 0; k < cases.size(); ++k)
-        py::exec("def turn_" + std::to_string(k) +
-                     "(n):\n    begin = time.perf_counter()\n    for _ in range(n):\n        " +
-                     cases[k].call + "\n    return (time.perf_counter() - begin) / n\n",
-                 names);
-
-    for (int round = -1; round < rounds; ++round)  // the first one warms up
-        for (std::size_t k = 0; k < cases.size(); ++k) {
-            const double cpp = cpp_turn(cases[k]);
-            const double python = names[("turn_" + std::to_string(k)).c_str()](cases[k].calls).cast<double>();
-            if (round < 0) continue;
-            cases[k].cpp.push_back(cpp);
-            cases[k].python.push_back(python);
-        }
+    {
+        const py::scoped_interpreter interpreter;
+        measure(cases, python_side(inputs, cases), rounds);
+    }
     std::fflush(stdout);
     dup2(console, STDOUT_FILENO);
-
-    std::printf("| operation | C++, ms | Python, ms | difference, microseconds |\n|---|--:|--:|--:|\n");
-    for (Case& one : cases) {
-        const double cpp = median(one.cpp), python = median(one.python);
-        std::printf("| %s | %.4f | %.4f | %.1f |\n", one.name.c_str(), cpp * 1e3, python * 1e3,
-                    (python - cpp) * 1e6);
-    }
+    print(cases);
 }

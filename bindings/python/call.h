@@ -4,7 +4,6 @@
 
 #include <pybind11/pybind11.h>
 
-#include <algorithm>
 #include <string>
 
 #include "lines.h"
