@@ -126,18 +126,22 @@ TEST(Kernels, halve_rows) {
     for (const size_t channels : {1, 2, 3, 4, 5}) {
         for (const Values values : kEveryValues) {
             for_every_case([&](Isa isa, size_t n, size_t offset) {
-                Input<uint8_t> upper(random, 2 * n * channels, offset, values),
-                    lower(random, 2 * n * channels, offset / 2, values);
-                Output<uint8_t> out(random, n * channels, offset);
-                kernels::halve_rows(isa, upper.data(), lower.data(), static_cast<int>(channels), out.data(),
-                                    static_cast<ptrdiff_t>(n));
-                for (size_t k = 0; k < n; ++k) {
-                    for (size_t c = 0; c < channels; ++c) {
-                        const size_t at = 2 * k * channels + c;
-                        ASSERT_EQ(out[k * channels + c],
-                                  (upper[at] + upper[at + channels] + lower[at] + lower[at + channels]) / 4)
-                            << channels << " channels, pixel " << k;
-                    }
+                const size_t rows = static_cast<size_t>(random.range(0, 3));
+                const size_t stride = (2 * n + static_cast<size_t>(random.range(0, 2))) * channels;
+                // The last row ends with its last pair.
+                const size_t bytes = rows == 0 ? 0 : (2 * rows - 1) * stride + 2 * n * channels;
+                Input<uint8_t> src(random, bytes, offset, values);
+                Output<uint8_t> out(random, rows * n * channels, offset);
+                kernels::halve_rows(isa, src.data(), static_cast<ptrdiff_t>(stride),
+                                    static_cast<int>(channels), out.data(), static_cast<ptrdiff_t>(n),
+                                    static_cast<int>(rows));
+                for (size_t e = 0; e < rows * n * channels; ++e) {
+                    const size_t row = e / (n * channels), pixel = e % (n * channels) / channels;
+                    const size_t upper = 2 * row * stride + 2 * pixel * channels + e % channels;
+                    const size_t lower = upper + stride;
+                    ASSERT_EQ(out[e],
+                              (src[upper] + src[upper + channels] + src[lower] + src[lower + channels]) / 4)
+                        << channels << " channels, row " << row << ", pixel " << pixel;
                 }
                 ASSERT_TRUE(out.guards_hold());
             });

@@ -130,6 +130,9 @@ class Warp {
         const Columns columns = inside(x_at, cols_, src_cols_);
         const int width = columns.end - columns.begin;
         Stretch stretch(*this, x_at, columns);
+        // Rows lie along a line as columns do.
+        const CoordinateLine down = {0, a_[4], a_[5]};
+        const Columns rows = inside(down, rows_, src_rows_);
         // Both stretched rows between which output rows lie, kept while several do.
         // Neighbours differ in parity.
         Scratch<int32_t> stretched[2];
@@ -143,27 +146,56 @@ class Warp {
             }
             return elements.data();
         };
-        for (int row = 0; row < rows_; ++row) {
-            const CoordinateLine y_at = y(row);
-            const int top = floor_at(y_at, 0);
-            if (top < 0 || top >= src_rows_ - 1) {
-                copy(x_at, y_at, 0, cols_);
+        const auto source = [&](int row) {
+            return src_.data + row * stride_ + static_cast<ptrdiff_t>(stretch.first_col()) * channels_;
+        };
+        // Where the rows of a block lie: the row above and its weight.
+        constexpr int kRowBlock = 128;
+        int32_t tops[kRowBlock];
+        int16_t weights[kRowBlock];
+        copy_rows(x_at, 0, rows.begin);
+        for (int begin = rows.begin; begin < rows.end; begin += kRowBlock) {
+            const int count = std::min(kRowBlock, rows.end - begin);
+            kernels::sample_columns(isa_, down, begin, tops, weights, count);
+            if (width == cols_ && stretch.is_halving() &&
+                are_pairs(tops, weights, static_cast<size_t>(count))) {
+                kernels::halve_rows(isa_, source(tops[0]), stride_, channels_, out_, width, count);
+                advance(width * count, 1);
                 continue;
             }
-            copy(x_at, y_at, 0, columns.begin);
-            const int weight = weight_q11(at(y_at, 0), top);
-            const unsigned char* const first =
-                src_.data + top * stride_ + static_cast<ptrdiff_t>(stretch.first_col()) * channels_;
-            if (weight == kOne_q11 && stretch.is_copy())
-                std::memcpy(out_, first, static_cast<size_t>(width) * static_cast<size_t>(channels_));
-            else if (weight == kOne_q11 / 2 && stretch.is_halving())
-                kernels::halve_rows(isa_, first, first + stride_, channels_, out_, width);
-            else
-                kernels::blend_rows(isa_, stretched_q11(top), stretched_q11(top + 1), weight, out_,
-                                    static_cast<ptrdiff_t>(width) * channels_);
-            advance(width, 1);
-            copy(x_at, y_at, columns.end, cols_);
+            for (int k = 0; k < count; ++k) {
+                const CoordinateLine y_at = y(begin + k);
+                copy(x_at, y_at, 0, columns.begin);
+                if (weights[k] == kOne_q11 && stretch.is_copy())
+                    std::memcpy(out_, source(tops[k]),
+                                static_cast<size_t>(width) * static_cast<size_t>(channels_));
+                else
+                    kernels::blend_rows(isa_, stretched_q11(tops[k]), stretched_q11(tops[k] + 1), weights[k],
+                                        out_, static_cast<ptrdiff_t>(width) * channels_);
+                advance(width, 1);
+                copy(x_at, y_at, columns.end, cols_);
+            }
         }
+        copy_rows(x_at, rows.end, rows_);
+    }
+
+    /// Whole rows of the output, copied from the nearest source pixels.
+    void copy_rows(const CoordinateLine& x_at, int begin, int end) {
+        for (int row = begin; row < end; ++row) copy(x_at, y(row), 0, cols_);
+    }
+
+    /// Every output column, or row, is one of the source's, of a run of them.
+    static bool are_single(const int32_t* left, const int16_t* weight, size_t n) {
+        return is_every(left, weight, n, 1, kOne_q11);
+    }
+    /// Every one is the mean of two, of a run of such pairs.
+    static bool are_pairs(const int32_t* left, const int16_t* weight, size_t n) {
+        return is_every(left, weight, n, 2, kOne_q11 / 2);
+    }
+    static bool is_every(const int32_t* left, const int16_t* weight, size_t n, int apart, int wanted_weight) {
+        for (size_t k = 0; k < n; ++k)
+            if (left[k] != left[0] + apart * static_cast<int>(k) || weight[k] != wanted_weight) return false;
+        return n > 0;
     }
 
     /// Interpolation along a source row, the same for every row.
@@ -177,14 +209,12 @@ class Warp {
               weight_(left_.size()) {
             kernels::sample_columns(isa_, x_at, columns.begin, left_.data(), weight_.data(),
                                     static_cast<int>(left_.size()));
-            is_copy_ = is_every(1, kOne_q11);
-            is_halving_ = is_every(2, kOne_q11 / 2);
+            is_copy_ = are_single(left_.data(), weight_.data(), left_.size());
+            is_halving_ = are_pairs(left_.data(), weight_.data(), left_.size());
         }
 
         int first_col() const { return left_.empty() ? 0 : left_[0]; }
-        /// Every output pixel is one source pixel, of a run of them.
         bool is_copy() const { return is_copy_; }
-        /// Every output pixel is the mean of two source pixels, of a run of such pairs.
         bool is_halving() const { return is_halving_; }
         size_t elements() const { return left_.size() * static_cast<size_t>(channels_); }
 
@@ -198,13 +228,6 @@ class Warp {
         }
 
      private:
-        bool is_every(int distance, int weight) const {
-            for (size_t k = 0; k < left_.size(); ++k)
-                if (left_[k] != left_[0] + distance * static_cast<int>(k) || weight_[k] != weight)
-                    return false;
-            return !left_.empty();
-        }
-
         void make_tables() {
             at_.resize(elements());
             element_weight_.resize(elements());

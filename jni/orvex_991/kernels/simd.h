@@ -120,6 +120,19 @@ ORVEX_INLINE I32 multiply_add_pairs(I16 a, I16 b) {
 #endif
 }
 
+// Sums of neighbouring bytes: lane i is v[2i] + v[2i + 1].
+ORVEX_INLINE U16 add_pairs(U8 v) {
+#if ORVEX_VEC == 32
+    return (U16)_mm256_maddubs_epi16((__m256i)v, _mm256_set1_epi8(1));
+#elif defined(ORVEX_SSSE3)
+    return (U16)_mm_maddubs_epi16((__m128i)v, _mm_set1_epi8(1));
+#elif defined(ORVEX_NEON64)
+    return (U16)vpaddlq_u8((uint8x16_t)v);
+#else
+    return ((U16)v & 255) + ((U16)v >> 8);
+#endif
+}
+
 // Bit i is the top bit of byte i.
 ORVEX_INLINE uint32_t top_bits(U8 v) {
 #if ORVEX_VEC == 32
