@@ -37,6 +37,14 @@ ORVEX_INLINE void store(void* to, U8 v) {
     __builtin_memcpy(to, &v, sizeof v);
 }
 
+// The same vector; compilers do not see what is in it.
+ORVEX_INLINE I16 opaque(I16 v) {
+#if defined(__GNUC__) && (defined(__SSE2__) || defined(__AVX2__))
+    __asm__("" : "+x"(v));
+#endif
+    return v;
+}
+
 ORVEX_INLINE U8 maximum(U8 a, U8 b) {
     return a > b ? a : b;
 }
