@@ -133,19 +133,7 @@ class Warp {
         // Rows lie along a line as columns do.
         const CoordinateLine down = {0, a_[4], a_[5]};
         const Columns rows = inside(down, rows_, src_rows_);
-        // Both stretched rows between which output rows lie, kept while several do.
-        // Neighbours differ in parity.
-        Scratch<int32_t> stretched[2];
-        int stretched_row[2] = {-1, -1};
-        const auto stretched_q11 = [&](int row) {
-            Scratch<int32_t>& elements = stretched[row % 2];
-            if (stretched_row[row % 2] != row) {
-                elements.resize(stretch.elements());
-                stretch.apply(src_.data + row * stride_, elements.data());
-                stretched_row[row % 2] = row;
-            }
-            return elements.data();
-        };
+        Blend blend(stretch, isa_, src_.data, stride_, a_[4]);
         const auto source = [&](int row) {
             return src_.data + row * stride_ + static_cast<ptrdiff_t>(stretch.first_col()) * channels_;
         };
@@ -170,8 +158,7 @@ class Warp {
                     std::memcpy(out_, source(tops[k]),
                                 static_cast<size_t>(width) * static_cast<size_t>(channels_));
                 else
-                    kernels::blend_rows(isa_, stretched_q11(tops[k]), stretched_q11(tops[k] + 1), weights[k],
-                                        out_, static_cast<ptrdiff_t>(width) * channels_);
+                    blend.write(tops[k], weights[k], out_);
                 advance(width, 1);
                 copy(x_at, y_at, columns.end, cols_);
             }
@@ -218,16 +205,39 @@ class Warp {
         bool is_halving() const { return is_halving_; }
         size_t elements() const { return left_.size() * static_cast<size_t>(channels_); }
 
+        /// Stretches one row.
         void apply(const unsigned char* row, int32_t* out_q11) {
             if (at_.empty()) make_tables();
-            const ptrdiff_t steps = static_cast<ptrdiff_t>(base_.size()), done = 4 * steps;
+            const ptrdiff_t done = in_steps();
             kernels::stretch_row_in_steps(isa_, row, base_.data(), index_.data(), weights_.data(), out_q11,
-                                          steps);
-            kernels::stretch_row(isa_, row, at_.data() + done, element_weight_.data() + done, channels_,
-                                 out_q11 + done, static_cast<ptrdiff_t>(elements()) - done);
+                                          done / 4);
+            stretch_rest(row, out_q11 + done);
+        }
+
+        /// Stretches and blends two rows.
+        void apply(const unsigned char* upper, const unsigned char* lower, int weight, unsigned char* out) {
+            if (at_.empty()) make_tables();
+            const ptrdiff_t done = in_steps(), rest = static_cast<ptrdiff_t>(elements()) - done;
+            kernels::blend_rows_in_steps(isa_, upper, lower, base_.data(), index_.data(), weights_.data(),
+                                         weight, out, done / 4);
+            if (rest == 0) return;
+            rest_of_upper_.resize(static_cast<size_t>(rest));
+            rest_of_lower_.resize(static_cast<size_t>(rest));
+            stretch_rest(upper, rest_of_upper_.data());
+            stretch_rest(lower, rest_of_lower_.data());
+            kernels::blend_rows(isa_, rest_of_upper_.data(), rest_of_lower_.data(), weight, out + done, rest);
         }
 
      private:
+        /// Elements that are done in steps, the leading ones.
+        ptrdiff_t in_steps() const { return 4 * static_cast<ptrdiff_t>(base_.size()); }
+
+        void stretch_rest(const unsigned char* row, int32_t* out_q11) const {
+            const ptrdiff_t done = in_steps();
+            kernels::stretch_row(isa_, row, at_.data() + done, element_weight_.data() + done, channels_,
+                                 out_q11, static_cast<ptrdiff_t>(elements()) - done);
+        }
+
         void make_tables() {
             at_.resize(elements());
             element_weight_.resize(elements());
@@ -281,6 +291,48 @@ class Warp {
         Scratch<int32_t> base_;
         Scratch<unsigned char> index_;
         Scratch<int16_t> weights_;
+        // Of the others, stretched.
+        Scratch<int32_t> rest_of_upper_, rest_of_lower_;
+    };
+
+    /// Output rows between stretched source rows.
+    class Blend {
+     public:
+        /// @param step  from one output row to the next, in source rows
+        Blend(Stretch& stretch, Isa isa, const unsigned char* source, ptrdiff_t stride, float step)
+            : stretch_(stretch),
+              isa_(isa),
+              source_(source),
+              stride_(stride),
+              serves_once_(std::fabs(step) >= 2) {}
+
+        void write(int top, int weight, unsigned char* out) {
+            if (serves_once_)
+                stretch_.apply(source_ + top * stride_, source_ + (top + 1) * stride_, weight, out);
+            else
+                kernels::blend_rows(isa_, stretched_q11(top), stretched_q11(top + 1), weight, out,
+                                    static_cast<ptrdiff_t>(stretch_.elements()));
+        }
+
+     private:
+        const int32_t* stretched_q11(int row) {
+            Scratch<int32_t>& elements = stretched_[row % 2];
+            if (stretched_row_[row % 2] != row) {
+                elements.resize(stretch_.elements());
+                stretch_.apply(source_ + row * stride_, elements.data());
+                stretched_row_[row % 2] = row;
+            }
+            return elements.data();
+        }
+
+        Stretch& stretch_;
+        const Isa isa_;
+        const unsigned char* const source_;
+        const ptrdiff_t stride_;
+        const bool serves_once_;  // whether no source row is stretched for two output rows
+        // Both rows between which output rows lie, kept while several do. Neighbours differ in parity.
+        Scratch<int32_t> stretched_[2];
+        int stretched_row_[2] = {-1, -1};
     };
 
     // The definition for one pixel, for any coordinate. Not-a-number has floor 0 and weight 0.
