@@ -169,7 +169,7 @@ class Builder {
                           reference::rot90ClockWise_FlipLR(from, dst, 0, 1, false);
                       });
             const auto image = as_reference(*src);
-            for (const auto& [label, factor] : {std::pair<const char*, double>{"x0.5", 0.5}, {"x1.7", 1.7}}) {
+            for (const auto& [label, factor] : kResizeFactors) {
                 const Size size(static_cast<int>(cols * factor), static_cast<int>(rows * factor));
                 const int64_t out = static_cast<int64_t>(size.width) * size.height * c;
                 ours("resize " + std::string(label) + channels, static_cast<int64_t>(rows) * cols * c + out,
@@ -347,7 +347,49 @@ class Builder {
         plain([gray_image] { reference::getSharpness(*gray_image); });
     }
 
+    /// What a phone does with a frame, all together; bytes are those of the steps.
+    void chains() {
+        const Inputs& in = in_;
+        const int64_t pixels = static_cast<int64_t>(in.rows) * in.cols;
+        // yuv2bgr 4.5, bgr2gray 4, threshold 3, connectdComponent 1
+        ours("frame to rows", pixels * 25 / 2, [&in] { Frame().rows_by_otsu(in); });
+        const auto frame = std::make_shared<Frame>();
+        ours("frame to rows, outputs reused", pixels * 25 / 2, [&in, frame] { frame->rows_by_otsu(in); });
+        // and warpAffine 2; adaptiveThreshold 2 in place of threshold
+        ours("frame to level rows", pixels * 27 / 2, [&in] { Frame().level_rows(in); });
+        ours("frame to level rows, outputs reused", pixels * 27 / 2, [&in, frame] { frame->level_rows(in); });
+    }
+
  private:
+    /// The outputs of a chain.
+    struct Frame {
+        U8 photo, gray, level, binary;
+        vector<Rect> components;
+        vector<vector<Rect>> rows;
+
+        void to_gray(const Inputs& in) {
+            CImgproc::yuv2bgr(in.nv21.data(), in.rows, in.cols, photo);
+            CImgproc::bgr2gray(photo, gray);
+        }
+        void to_rows() {
+            CImgproc::connectdComponent(binary, components, nullptr);
+            CImgproc::divideComponentsToRows(components, rows);
+        }
+        void rows_by_otsu(const Inputs& in) {
+            to_gray(in);
+            CImgproc::threshold(gray, binary, 0, 255, 8 | 1, {});
+            to_rows();
+        }
+        void level_rows(const Inputs& in) {
+            to_gray(in);
+            const Point32f middle(static_cast<float>(in.cols) / 2, static_cast<float>(in.rows) / 2);
+            CImgproc::warpAffine(gray, level, CImgproc::getRotationMatrix2D(middle, 2, 1),
+                                 Size(in.cols, in.rows), INTERP_LINEAR, nullptr);
+            CImgproc::adaptiveThreshold(level, binary, 31, -0.6, true);
+            to_rows();
+        }
+    };
+
     template <class Operation, class Plain>
     void window_row(const std::string& name, int side, const U8& src, Operation operation,
                     Plain plain_operation) {
@@ -376,6 +418,7 @@ std::vector<Case> make_cases(const Inputs& in, bool with_reference) {
     builder.components();
     builder.shapes();
     builder.detectors();
+    builder.chains();
     return builder.take();
 }
 

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "inputs.h"
@@ -22,6 +23,9 @@ struct Case {
     int64_t bytes = 0;  ///< that the operation must read and write
     std::vector<Candidate> candidates;
 };
+
+/// The factors of the rows of resize, by their names there.
+constexpr std::pair<const char*, double> kResizeFactors[] = {{"x0.27", 0.27}, {"x0.5", 0.5}, {"x1.7", 1.7}};
 
 /// All rows with our operations on `in` and, if wanted, the plain reference.
 std::vector<Case> make_cases(const Inputs& in, bool with_reference);

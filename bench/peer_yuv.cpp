@@ -54,7 +54,7 @@ void add_yuv(std::vector<Case>& cases, const Inputs& in) {
         const Buffer out = fresh(3 * pixels);
         libyuv::RGB24Mirror(in.photo.data, 3 * cols, out.get(), 3 * cols, cols, rows);
     });
-    for (const auto& [label, factor] : {std::pair<const char*, double>{"x0.5", 0.5}, {"x1.7", 1.7}}) {
+    for (const auto& [label, factor] : kResizeFactors) {
         const int w = static_cast<int>(cols * factor), h = static_cast<int>(rows * factor);
         const size_t size = static_cast<size_t>(w) * static_cast<size_t>(h);
         add("resize " + std::string(label) + " 1ch", [&in, rows, cols, w, h, size] {
