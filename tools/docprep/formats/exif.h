@@ -1,0 +1,18 @@
+// How a camera was held: the note about it in a file.
+#ifndef DOCPREP_EXIF_H
+#define DOCPREP_EXIF_H
+
+#include <cstddef>
+
+namespace docprep {
+
+/// The orientation 1 .. 8, as in base/orientation.h, in an EXIF block (with its "Exif" signature), 0 when it has no
+/// valid one.
+int exif_orientation(const unsigned char* block, size_t n);
+
+/// The same of a block that begins with its TIFF header, as PNG and WebP have it.
+int tiff_orientation(const unsigned char* block, size_t n);
+
+}  // namespace docprep
+
+#endif  // DOCPREP_EXIF_H
