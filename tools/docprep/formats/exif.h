@@ -6,8 +6,7 @@
 
 namespace docprep {
 
-/// The orientation 1 .. 8, as in base/orientation.h, in an EXIF block (with its "Exif" signature), 0 when it has no
-/// valid one.
+/// The orientation in an EXIF block (with its "Exif" signature), as in base/orientation.h; 0 without a valid one.
 int exif_orientation(const unsigned char* block, size_t n);
 
 /// The same of a block that begins with its TIFF header, as PNG and WebP have it.
