@@ -6,19 +6,25 @@ written, and the bytes are those of the C++ library on every processor.
 
 from ._core import __version__, bgr2gray, otsu
 from ._log import log
-from ._types import INTERP_TYPE, MORPH_TYPE, Error, Point, Point32f, Rect, RotatedRect, Size
+from ._prepare import prepare
+from ._types import INTERP_TYPE, MORPH_TYPE, Error, Failed, Point, Point32f, Rect, Refused, RotatedRect, Size
+from .result import Prepared
 
 __all__ = [
     "INTERP_TYPE",
     "MORPH_TYPE",
     "Error",
+    "Failed",
     "Point",
     "Point32f",
+    "Prepared",
     "Rect",
+    "Refused",
     "RotatedRect",
     "Size",
     "__version__",
     "bgr2gray",
     "log",
     "otsu",
+    "prepare",
 ]
