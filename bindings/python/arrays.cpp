@@ -40,13 +40,14 @@ py::array_t<T> dense(const py::handle& value, const char* name, const char* type
         wrong_type(name, std::string("a numpy array of ") + type, type_of(value));
     if (!py::isinstance<py::array_t<T>>(value))
         wrong_type(name, type, py::str(value.attr("dtype")).cast<std::string>());
-    auto array = py::array_t<T, py::array::c_style>::ensure(value);
+    const auto given = py::reinterpret_borrow<py::array>(value);
+    if (given.size() > INT_MAX)  // before it is copied
+        wrong_value(name, "at most 2147483647 elements", std::to_string(given.size()));
+    for (py::ssize_t k = 0; k < given.ndim(); ++k)  // of no elements, extents may be larger
+        if (given.shape(k) > INT_MAX)
+            wrong_value(name, "extents of at most 2147483647", std::to_string(given.shape(k)));
+    auto array = py::array_t<T, py::array::c_style>::ensure(given);
     if (!array) throw py::error_already_set();
-    if (array.size() > INT_MAX)
-        wrong_value(name, "at most 2147483647 elements", std::to_string(array.size()));
-    for (py::ssize_t k = 0; k < array.ndim(); ++k)
-        if (array.shape(k) > INT_MAX)
-            wrong_value(name, "extents of at most 2147483647", std::to_string(array.shape(k)));
     return array;
 }
 

@@ -58,7 +58,7 @@ def _facts(prepared: Prepared) -> dict[str, str]:
 
 def _figure(name: str, picture: NDArray[np.uint8]) -> str:
     try:
-        from PIL import Image
+        from PIL import Image  # type: ignore[import]
     except ImportError:
         return ""
     shown = Image.fromarray(picture if picture.ndim == 2 else np.ascontiguousarray(picture[:, :, ::-1]))
