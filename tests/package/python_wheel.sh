@@ -8,7 +8,7 @@ python=${3-/usr/bin/python3}
 mkdir orvex_991
 # A clone, so that what pip leaves behind is not left in the sources.
 git -C "$source" ls-files -z --cached --others --exclude-standard -- \
-    CMakeLists.txt LICENSE bindings/python cmake docs/python.md jni pyproject.toml setup.py |
+    CMakeLists.txt LICENSE bindings/python cmake docs/python.md jni pyproject.toml setup.py tools/docprep |
     (cd "$source" && tar -c --null -T -) | tar -x -C orvex_991
 ln -s "$python" bin/python3
 
@@ -21,7 +21,7 @@ if grep -v -x -e 'orvex_991/[_a-z]*\.\(py\|pyi\|typed\)' -e 'orvex_991/_[a-z]*\.
     echo "the wheel holds more than the package"
     exit 1
 fi
-for file in __init__.py _core.pyi py.typed; do
+for file in __init__.py _core.pyi _pipeline.pyi py.typed; do
     grep -q -x "orvex_991/$file" files || { echo "the wheel lacks $file"; exit 1; }
 done
 
@@ -31,7 +31,9 @@ run venv.sh
 cat > program.py <<'PROGRAM'
 import numpy
 import orvex_991
-print(orvex_991.__version__, orvex_991.bgr2gray(numpy.full((1, 1, 3), 255, numpy.uint8))[0, 0])
+white = numpy.full((1, 1, 3), 255, numpy.uint8)
+orvex_991.prepare(white)
+print(orvex_991.__version__, orvex_991.bgr2gray(white)[0, 0])
 PROGRAM
 venv/bin/python program.py > printed
 expect_app_to_have_run "$source/jni/orvex_991/orvex_991_version.h"
