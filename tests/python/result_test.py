@@ -13,7 +13,7 @@ import unittest
 import xml.etree.ElementTree
 from base64 import b64decode
 from pathlib import Path
-from typing import Optional, Union, get_args, get_origin, get_type_hints
+from typing import Literal, Optional, Union, get_args, get_origin, get_type_hints
 
 import jsonschema
 import numpy as np
@@ -58,8 +58,9 @@ def differences(kind, schema, path):
         return differences(get_args(kind)[0], schema["items"], f"{path}[]")
     if hasattr(kind, "__annotations__"):
         return different_members(kind, schema, path)
-    values = {type(value) for value in schema.get("enum", ())} or {SCALARS[schema["type"]]}
-    return [] if values == {kind} else [f"{path}: {kind}"]
+    if get_origin(kind) is Literal:
+        return [] if set(get_args(kind)) == set(schema["enum"]) else [f"{path}: {kind}"]
+    return [] if SCALARS.get(schema.get("type")) is kind else [f"{path}: {kind}"]
 
 
 def different_members(kind, schema, path):

@@ -10,7 +10,7 @@ import json
 from collections.abc import Callable, Sequence
 from dataclasses import dataclass, fields, is_dataclass
 from functools import cache
-from typing import Any, Optional, Union, get_args, get_origin, get_type_hints
+from typing import Any, Literal, Optional, Union, get_args, get_origin, get_type_hints
 
 import numpy as np
 from numpy.typing import NDArray
@@ -51,10 +51,10 @@ class Alignment:
 class Turn:
     """How the upright photograph was turned further."""
 
-    degrees: int
-    """Clockwise: 0, 90, 180 or 270."""
-    how: str
-    """"exif": not, the orientation had it upright; "auto": as its text says; "given": as `turn` said."""
+    degrees: Literal[0, 90, 180, 270]
+    """Clockwise."""
+    how: Literal["exif", "auto", "given"]
+    """Not, since the orientation had it upright; as its text says; as `turn` said."""
     width: int
     """Columns after the turn."""
     height: int
@@ -75,8 +75,7 @@ class Sharpness:
 
     value: float
     """The median over letters; higher is sharper, 0 without text."""
-    verdict: str
-    """"sharp", "blurred" or "no text"."""
+    verdict: Literal["sharp", "blurred", "no text"]
     sharp_from: float
     """The least value that is called sharp."""
 
@@ -85,8 +84,7 @@ class Sharpness:
 class Binarise:
     """How print was parted from paper."""
 
-    method: str
-    """"adaptive" or "otsu"."""
+    method: Literal["otsu", "adaptive"]
     threshold: Optional[int] = None
     """Otsu: the brightest level that counts as print."""
     block: Optional[int] = None
@@ -124,8 +122,7 @@ class Paper:
 class Page:
     """The page for a recogniser, `pictures.page`."""
 
-    kind: str
-    """"soft", "binary" or "gray"."""
+    kind: Literal["soft", "binary", "gray"]
     dots_per_inch: int
     """The resolution that its text height suggests: to be stated where the page is stored."""
     ink: Optional[int] = None
