@@ -28,7 +28,7 @@ docprep_packages="libjpeg62-turbo-dev libpng-dev libtiff-dev libwebp-dev libdefl
     libcli11-dev nlohmann-json3-dev libsqlite3-dev libxxhash-dev"
 sample_packages="python3-numpy python3-pil fontconfig fonts-dejavu-core fonts-liberation2 fonts-urw-base35"
 shell_packages="bash zsh fish mandoc"  # what docprep prints for shells and for man is tried in them
-python_packages="python3-dev pybind11-dev python3-numpy python3-setuptools python3-wheel mypy"
+python_packages="python3-dev pybind11-dev nlohmann-json3-dev python3-numpy python3-setuptools python3-wheel mypy"
 test_packages="libgtest-dev binutils make valgrind $shell_packages $sample_packages $python_packages \
     python3-jsonschema"
 browser_packages="chromium"

@@ -22,7 +22,7 @@ if grep -v -x -e 'orvex_991/[_a-z]*\.\(py\|pyi\|typed\)' -e 'orvex_991/_[a-z]*\.
     echo "the wheel holds more than the package"
     exit 1
 fi
-for file in __init__.py _core.pyi py.typed; do
+for file in __init__.py _core.pyi _pipeline.pyi py.typed; do
     grep -q -x "orvex_991/$file" files || { echo "the wheel lacks $file"; exit 1; }
 done
 
@@ -32,7 +32,9 @@ run venv.sh
 cat > program.py <<'PROGRAM'
 import numpy
 import orvex_991
-print(orvex_991.__version__, orvex_991.bgr2gray(numpy.full((1, 1, 3), 255, numpy.uint8))[0, 0])
+white = numpy.full((1, 1, 3), 255, numpy.uint8)
+orvex_991.prepare(white)
+print(orvex_991.__version__, orvex_991.bgr2gray(white)[0, 0])
 PROGRAM
 venv/bin/python program.py > printed
 expect_app_to_have_run "$source/jni/orvex_991/orvex_991_version.h"

@@ -51,7 +51,9 @@ from ._core import (
     yuv2bgr,
 )
 from ._log import log
-from ._types import INTERP_TYPE, MORPH_TYPE, Error, Point, Point32f, Rect, RotatedRect, Size
+from ._prepare import prepare
+from ._types import INTERP_TYPE, MORPH_TYPE, Error, Failed, Point, Point32f, Rect, Refused, RotatedRect, Size
+from .result import Prepared
 
 INTERP_LINEAR = INTERP_TYPE.INTERP_LINEAR
 MORPH_DILATE = MORPH_TYPE.MORPH_DILATE
@@ -68,9 +70,12 @@ __all__ = [
     "MORPH_OPEN",
     "MORPH_TYPE",
     "Error",
+    "Failed",
     "Point",
     "Point32f",
+    "Prepared",
     "Rect",
+    "Refused",
     "RotatedRect",
     "Size",
     "__version__",
@@ -107,6 +112,7 @@ __all__ = [
     "openBinary",
     "otsu",
     "pointAffine",
+    "prepare",
     "rectAffine",
     "redColorDetect",
     "resize",
