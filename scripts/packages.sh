@@ -29,6 +29,7 @@ docprep_packages="libjpeg62-turbo-dev libpng-dev libtiff-dev libwebp-dev libdefl
 sample_packages="python3-numpy python3-pil fontconfig fonts-dejavu-core fonts-liberation2 fonts-urw-base35"
 shell_packages="bash zsh fish mandoc"  # what docprep prints for shells and for man is tried in them
 test_packages="libgtest-dev binutils make valgrind $shell_packages $sample_packages python3-jsonschema"
+python_packages="python3-dev pybind11-dev python3-numpy mypy"
 browser_packages="chromium"
 aarch64_packages="g++-aarch64-linux-gnu qemu-user googletest"
 consumer_packages="git dpkg-dev make python3 openjdk-17-jdk-headless"
