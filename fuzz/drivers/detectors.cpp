@@ -2,7 +2,7 @@
 #include "detectors.h"
 
 #include "driver.h"
-#include "pipeline/seals.h"
+#include "seals.h"
 
 namespace fuzzing {
 namespace {

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "base/failure.h"
+#include "base/heap.h"
 #include "batch/batch.h"
 #include "cli/exit_codes.h"
 #include "cli/usage_error.h"
@@ -196,6 +197,7 @@ docprep::CommandText whole_text() {
 }  // namespace
 
 int main(int argc, char** argv) {
+    docprep::prepare_heap();
     open_standard_streams();
     // Reported as a full disk is: a file size limit, and a reader that has gone.
     std::signal(SIGXFSZ, SIG_IGN);

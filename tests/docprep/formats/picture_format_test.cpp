@@ -5,6 +5,7 @@
 #include <string>
 
 #include "base/failure.h"
+#include "formats/photo.h"
 
 using docprep::Bytes;
 using docprep::Image;

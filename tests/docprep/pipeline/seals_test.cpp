@@ -1,4 +1,5 @@
 #include "pipeline/seals.h"
+#include "formats/photo.h"
 
 #include <gtest/gtest.h>
 

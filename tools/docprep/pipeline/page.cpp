@@ -21,7 +21,7 @@ void fill(Image& picture, const Image& mask, unsigned char where, unsigned char 
     if (mask.empty()) return;
     const ptrdiff_t n = static_cast<ptrdiff_t>(picture.rows) * picture.cols;
     for (ptrdiff_t i = 0; i < n; ++i)
-        if (mask.data[i] == where) picture.data[i] = value;
+        picture.data[i] = mask.data[i] == where ? value : picture.data[i];  // all stored: in vectors
 }
 
 /// 255 beyond the photograph and where it shows no paper; empty where the page is all paper.

@@ -32,6 +32,7 @@ constexpr double kAsGood = 0.97;
 struct Foot {
     double x;
     double y;
+    double place = 0;  ///< across the rows, as seen along an angle
 };
 
 std::vector<Foot> feet_of(const Rects& components) {
@@ -47,38 +48,55 @@ std::vector<Foot> feet_of(const Rects& components) {
 /// How unequally feet are spread when seen along rows that fall by an angle.
 class Spread {
  public:
-    explicit Spread(const TextComponents& text)
-        : feet_(feet_of(text.kept)), text_height_(text.text_height), places_(feet_.size()) {}
+    explicit Spread(const TextComponents& text) : feet_(feet_of(text.kept)), text_height_(text.text_height) {}
 
     /// The number of pairs of feet on one place, for each angle tried.
     std::vector<double> scores(const Search& search, double middle) {
         std::vector<double> scores;
         const int steps = static_cast<int>(std::lround(search.reach / search.step));
         const double place = std::max(text_height_ / search.places, 1.0);
-        for (int k = -steps; k <= steps; ++k) scores.push_back(score(middle + k * search.step, place));
+        see_along(middle - steps * search.step, place);
+        std::sort(feet_.begin(), feet_.end(), [](const Foot& a, const Foot& b) { return a.place < b.place; });
+        for (int k = -steps; k <= steps; ++k) {
+            see_along(middle + k * search.step, place);
+            sort_again();
+            scores.push_back(pairs());
+        }
         return scores;
     }
 
  private:
-    double score(double degrees, double place) {
+    void see_along(double degrees, double place) {
         constexpr double kRadians = 3.14159265358979324 / 180;
         const double down = std::cos(degrees * kRadians) / place;
         const double right = std::sin(degrees * kRadians) / place;
-        for (size_t k = 0; k < feet_.size(); ++k) places_[k] = feet_[k].y * down - feet_[k].x * right;
-        std::sort(places_.begin(), places_.end());
-        // Each foot counts those less than a place below it: places of fixed bounds would part neighbours.
+        for (Foot& foot : feet_) foot.place = foot.y * down - foot.x * right;
+    }
+
+    /// By insertion: from one angle to the next few feet change sides, and on the way through all angles no two do so
+    /// more than once.
+    void sort_again() {
+        for (size_t k = 1; k < feet_.size(); ++k) {
+            const Foot foot = feet_[k];
+            size_t to = k;
+            for (; to > 0 && feet_[to - 1].place > foot.place; --to) feet_[to] = feet_[to - 1];
+            feet_[to] = foot;
+        }
+    }
+
+    /// Each foot counts those less than a place below it: places of fixed bounds would part neighbours.
+    double pairs() const {
         double pairs = 0;
         size_t end = 0;
-        for (size_t k = 0; k < places_.size(); ++k) {
-            while (end < places_.size() && places_[end] < places_[k] + 1) ++end;
+        for (size_t k = 0; k < feet_.size(); ++k) {
+            while (end < feet_.size() && feet_[end].place < feet_[k].place + 1) ++end;
             pairs += static_cast<double>(end - k);
         }
         return pairs;
     }
 
-    std::vector<Foot> feet_;
+    std::vector<Foot> feet_;  // in the order of their places
     double text_height_;
-    std::vector<double> places_;
 };
 
 /// The middle of the angles that are as good as the best.
