@@ -28,18 +28,6 @@ struct Tuples {
     py::handle point, point32f, rect, rotated_rect;
 } tuples;
 
-std::string type_of(const py::handle& value) {
-    return Py_TYPE(value.ptr())->tp_name;
-}
-
-[[noreturn]] void wrong_type(const char* name, const std::string& wanted, const std::string& given) {
-    throw py::type_error(std::string(name) + ": " + wanted + " wanted, " + given + " given");
-}
-
-[[noreturn]] void wrong_value(const char* name, const std::string& wanted, const std::string& given) {
-    throw py::value_error(std::string(name) + ": " + wanted + " wanted, " + given + " given");
-}
-
 std::string dimensions_of(const py::array& array) {
     const py::ssize_t n = array.ndim();
     return n == 1 ? "1 dimension" : std::to_string(n) + " dimensions";
@@ -52,13 +40,14 @@ py::array_t<T> dense(const py::handle& value, const char* name, const char* type
         wrong_type(name, std::string("a numpy array of ") + type, type_of(value));
     if (!py::isinstance<py::array_t<T>>(value))
         wrong_type(name, type, py::str(value.attr("dtype")).cast<std::string>());
-    auto array = py::array_t<T, py::array::c_style>::ensure(value);
+    const auto given = py::reinterpret_borrow<py::array>(value);
+    if (given.size() > INT_MAX)  // before it is copied
+        wrong_value(name, "at most 2147483647 elements", std::to_string(given.size()));
+    for (py::ssize_t k = 0; k < given.ndim(); ++k)  // of no elements, extents may be larger
+        if (given.shape(k) > INT_MAX)
+            wrong_value(name, "extents of at most 2147483647", std::to_string(given.shape(k)));
+    auto array = py::array_t<T, py::array::c_style>::ensure(given);
     if (!array) throw py::error_already_set();
-    if (array.size() > INT_MAX)
-        wrong_value(name, "at most 2147483647 elements", std::to_string(array.size()));
-    for (py::ssize_t k = 0; k < array.ndim(); ++k)
-        if (array.shape(k) > INT_MAX)
-            wrong_value(name, "extents of at most 2147483647", std::to_string(array.shape(k)));
     return array;
 }
 
@@ -101,8 +90,11 @@ vector<T> rows_of(const py::handle& value, const char* name, T (*one)(const py::
     if (array.ndim() != 2 || array.shape(1) != kWidth)
         wrong_value(name, "N x " + std::to_string(kWidth), py::str(array.attr("shape")).cast<std::string>());
     const int count = static_cast<int>(array.shape(0));
-    list = vector<T>(count);
-    if (count > 0) std::memcpy(static_cast<void*>(list.data), array.data(), sizeof(T) * count);
+    if (count == 0) return list;
+    // Not by its constructor, whose check prints on standard output.
+    list.data = new T[static_cast<std::size_t>(count)];
+    list.size = list.capacity = count;
+    std::memcpy(static_cast<void*>(list.data), array.data(), sizeof(T) * count);
     return list;
 }
 
@@ -137,6 +129,18 @@ py::array from_vector(vector<T>&& list, py::ssize_t width) {
 }
 
 }  // namespace
+
+std::string type_of(const py::handle& value) {
+    return Py_TYPE(value.ptr())->tp_name;
+}
+
+[[noreturn]] void wrong_type(const char* name, const std::string& wanted, const std::string& given) {
+    throw py::type_error(std::string(name) + ": " + wanted + " wanted, " + given + " given");
+}
+
+[[noreturn]] void wrong_value(const char* name, const std::string& wanted, const std::string& given) {
+    throw py::value_error(std::string(name) + ": " + wanted + " wanted, " + given + " given");
+}
 
 void init_arrays() {
     const py::object types = py::module_::import("orvex_991._types");

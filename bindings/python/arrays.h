@@ -8,6 +8,7 @@
 #include <pybind11/numpy.h>
 #include <pybind11/pybind11.h>
 
+#include <string>
 #include <vector>
 
 #include "cv_imgproc.h"
@@ -20,6 +21,11 @@ using U8 = orvex_cv_991::CImgproc::U8;
 
 /// Finds the package's tuples; once a module, before its first call.
 void init_arrays();
+
+std::string type_of(const py::handle& value);
+/// Raises "NAME: WANTED wanted, GIVEN given".
+[[noreturn]] void wrong_type(const char* name, const std::string& wanted, const std::string& given);
+[[noreturn]] void wrong_value(const char* name, const std::string& wanted, const std::string& given);
 
 /// An image argument, H x W or H x W x C bytes of any strides, as a matrix of the library. A dense array is borrowed,
 /// others are copied. Made and ended with the interpreter's lock.

@@ -4,9 +4,10 @@
 #include <algorithm>
 
 #include "base/failure.h"
+#include "base/orientation.h"
 #include "driver.h"
+#include "formats/exif.h"
 #include "formats/nv21_file.h"
-#include "formats/orientation.h"
 #include "formats/photo.h"
 #include "formats/picture_format.h"
 

@@ -75,6 +75,29 @@ _MEANINGS = {
 _WARNING = "[warn] input error "
 
 
+class Failed(Exception):
+    """A photograph that cannot be prepared.
+
+    file: the photograph, as `prepare` was told.
+    reason: why, in docprep's words.
+    """
+
+    file: str
+    reason: str
+
+    def __init__(self, file: str, reason: str) -> None:
+        super().__init__(file, reason)
+        self.file = file
+        self.reason = reason
+
+    def __str__(self) -> str:
+        return f"{self.file}: {self.reason}"
+
+
+class Refused(Failed):
+    """A photograph that is not what was asked for: less sharp than that, or without text."""
+
+
 class Error(Exception):
     """What the library throws.
 

@@ -3,9 +3,9 @@
 #include <CLI/CLI.hpp>
 #include <utility>
 
+#include "base/orientation.h"
 #include "cli/near_miss.h"
 #include "cli/options.h"
-#include "formats/orientation.h"
 #include "formats/photo.h"
 #include "output/standard_output.h"
 

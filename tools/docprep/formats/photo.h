@@ -13,7 +13,7 @@ namespace docprep {
 struct Photo {
     Image pixels;             ///< as stored, before the orientation: 1 channel (grey) or 3 (B, G, R)
     const char* format = "";  ///< for people: "JPEG", "PNG", "PNM", "TIFF", "WebP" or "NV21"
-    int orientation = 1;      ///< as in orientation.h; 1 when the file says nothing
+    int orientation = 1;      ///< as in base/orientation.h; 1 when the file says nothing
     std::vector<std::string>
         warnings;  ///< oddities of the file, such as "lacks its end"; pixels are as stored
 };

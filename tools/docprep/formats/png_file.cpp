@@ -10,7 +10,7 @@
 #include <new>
 
 #include "base/failure.h"
-#include "formats/orientation.h"
+#include "formats/exif.h"
 #include "formats/samples.h"
 
 namespace docprep {

@@ -8,7 +8,7 @@
 
 #include "base/drawing.h"
 #include "base/failure.h"
-#include "formats/orientation.h"
+#include "formats/exif.h"
 #include "formats/samples.h"
 
 namespace docprep {

@@ -27,6 +27,9 @@ constexpr bool for_report_alone(Picture kind) {
     return kind > Picture::kSaliency;
 }
 
+/// What the picture is called wherever it has a name, such as "page"; of a picture for report.html alone, nothing.
+const char* picture_name(Picture kind);
+
 /// Takes pictures as they become ready.
 class PictureSink {
  public:

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "base/failure.h"
 #include "cv_imgproc.h"
 #include "pipeline/binarise.h"
 #include "pipeline/component_picture.h"
@@ -25,6 +26,7 @@ class Run {
     Run(const PipelineOptions& options, Report& report, PictureSink& sink)
         : options_(options), stages_(options.stages), report_(report), steps_(report.steps), sink_(sink) {
         if (options.min_sharpness) stages_.choose(Stage::kSharpness);
+        if (options.require_text) stages_.choose(Stage::kRows);
         // Text tells which way up the photograph lies, and every picture is turned alike.
         if (!options.turn) stages_.need(Stage::kBinarise);
     }
@@ -184,6 +186,8 @@ class Run {
         const TextComponents& text = report_.print->text;
         const WayBack way_back(deskew, Size(photo.cols, photo.rows), report_.turn.degrees / 90);
         steps_.run("rows", [&] { report_.text_rows = find_rows(text.kept, text.text_height, way_back); });
+        if (options_.require_text && report_.text_rows->empty())
+            throw Refusal(report_.source.file, "no text was found");
         draw(Picture::kRows, [&] {
             return draw_rows(deskew.none() ? Image(photo) : deskewed_on_white(photo, deskew),
                              *report_.text_rows);

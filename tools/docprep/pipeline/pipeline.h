@@ -15,6 +15,7 @@ struct PipelineOptions {
     Stages stages = Stages::all();
     std::optional<int> turn;  ///< degrees clockwise: 0, 90, 180 or 270; by default what its text says
     std::optional<float> min_sharpness;  ///< a photograph below it is refused
+    bool require_text = false;           ///< a photograph without rows of text is refused
     BinariseMethod binarise = BinariseMethod::kAdaptive;
     PageKind page = PageKind::kSoft;
     bool crop = false;       ///< the page is cut to its paper
@@ -22,7 +23,7 @@ struct PipelineOptions {
 };
 
 /// Prepares a photograph that was read as report.source says. Prints as the library does.
-/// @throws Failure; CException from the library; std::bad_alloc; what the sink throws
+/// @throws Failure, Refusal; CException from the library; std::bad_alloc; what the sink throws
 void run_pipeline(Image photo, const PipelineOptions& options, Report& report, PictureSink& sink);
 
 }  // namespace docprep

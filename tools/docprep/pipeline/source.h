@@ -4,6 +4,9 @@
 
 #include <string>
 
+#include "base/image.h"
+#include "base/steps.h"
+
 namespace docprep {
 
 /// What is reported about the photograph. Extents are pixels; "stored" is before the orientation.
@@ -16,6 +19,9 @@ struct Source {
     int cols = 0;
     int rows = 0;
 };
+
+/// Turns a photograph as stored upright, and notes its extents and the orientation (as in base/orientation.h).
+void bring_upright(Image& photo, int orientation, Source& source, Steps& steps);
 
 }  // namespace docprep
 

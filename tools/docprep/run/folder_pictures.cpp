@@ -13,28 +13,12 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Without its ending.
-const char* file_name(Picture kind) {
-    switch (kind) {
-        case Picture::kPage:
-            return "page";
-        case Picture::kBinary:
-            return "binary";
-        case Picture::kRows:
-            return "rows";
-        case Picture::kSeal:
-            return "seal";
-        default:
-            return "saliency";
-    }
-}
-
 /// Every name that a file beside result.json may have.
 std::vector<std::string> file_names() {
     std::vector<std::string> names = {kLogFile, kTimingsFile, kReportFile, kThumbnailFile};
     for (const Picture kind :
          {Picture::kPage, Picture::kBinary, Picture::kRows, Picture::kSeal, Picture::kSaliency})
-        for (const char* ending : {".png", ".jpg"}) names.push_back(file_name(kind) + std::string(ending));
+        for (const char* ending : {".png", ".jpg"}) names.push_back(picture_name(kind) + std::string(ending));
     return names;
 }
 
@@ -74,7 +58,7 @@ void FolderPictures::take(Picture kind, Image picture, int dots_per_inch) {
     if (kind == Picture::kPage && thumbnail_)
         begin(kThumbnailFile, thumbnail(picture), PictureFormat::kJpeg, 0);
     const bool lossless = files_ == PictureFiles::kPng || kind == Picture::kPage || kind == Picture::kBinary;
-    const std::string name = file_name(kind) + std::string(lossless ? ".png" : ".jpg");
+    const std::string name = picture_name(kind) + std::string(lossless ? ".png" : ".jpg");
     begin(name, std::move(picture), lossless ? PictureFormat::kPng : PictureFormat::kJpeg, dots_per_inch);
 }
 

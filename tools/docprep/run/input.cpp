@@ -8,7 +8,6 @@
 #include "cv_imgproc.h"
 #include "formats/file_bytes.h"
 #include "formats/nv21_file.h"
-#include "formats/orientation.h"
 #include "formats/photo.h"
 
 namespace docprep {
@@ -53,17 +52,12 @@ Image read_input(const InputOptions& options, LibraryLog& log, Steps& steps, Sou
     content = {};
     source.file = options.file;
     source.format = photo.format;
-    source.stored_cols = photo.pixels.cols;
-    source.stored_rows = photo.pixels.rows;
-    source.orientation = photo.orientation;
     for (const std::string& warning : photo.warnings)
         if (options.warn)
             options.warn(warning);
         else
             complain(options.file.c_str(), ("warning: " + warning).c_str());
-    steps.run("orient", [&] { apply_orientation(photo.pixels, photo.orientation); });
-    source.cols = photo.pixels.cols;
-    source.rows = photo.pixels.rows;
+    bring_upright(photo.pixels, photo.orientation, source, steps);
     return std::move(photo.pixels);
 }
 

@@ -5,7 +5,6 @@
 #include <filesystem>
 #include <utility>
 
-#include "base/failure.h"
 #include "base/number_text.h"
 #include "cli/options.h"
 #include "html/html_report.h"
@@ -84,12 +83,8 @@ class PageOnly : public PictureSink {
 
 /// Runs the pipeline on a photograph that was read.
 void run(Image photo, const PreparationOptions& options, LibraryLog& log, Report& report, PictureSink& sink) {
-    PipelineOptions pipeline = options;
-    if (options.require_text) pipeline.stages.choose(Stage::kRows);
     const LibraryLog::Redirection redirection(log);
-    run_pipeline(std::move(photo), pipeline, report, sink);
-    if (options.require_text && report.text_rows->empty())
-        throw Refusal(report.source.file, "no text was found");
+    run_pipeline(std::move(photo), options, report, sink);
 }
 
 /// The format of the page, where the output is a place for it alone; none for a folder.

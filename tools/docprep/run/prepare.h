@@ -20,11 +20,10 @@ namespace docprep {
 /// What the commands that prepare photographs share.
 struct PreparationOptions : PipelineOptions {
     PictureFiles pictures = PictureFiles::kJpeg;
-    bool require_text = false;  ///< a photograph without rows of text is refused
-    bool log = false;           ///< library.log is written; not to be had from several threads at once
-    bool timings = false;       ///< timings.json is written
-    bool report = false;        ///< report.html is written
-    bool thumbnail = false;     ///< thumbnail.jpg, the page made small, is written
+    bool log = false;        ///< library.log is written; not to be had from several threads at once
+    bool timings = false;    ///< timings.json is written
+    bool report = false;     ///< report.html is written
+    bool thumbnail = false;  ///< thumbnail.jpg, the page made small, is written
 };
 
 struct PrepareOptions : PreparationOptions {
