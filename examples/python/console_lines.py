@@ -1,25 +1,23 @@
 #!/usr/bin/env python3
-"""What the library prints, and what it raises. usage: console_lines.py"""
-# prints: silent
-# prints: logged 2 lines
+"""What the library prints, and what it raises."""
+# prints: bgr2gray, thresholdSeg
 # prints: code 1: input error 1 == src.channels
-# prints: [warn]
+# prints: a failed check prints 3 lines
 import numpy as np
 
 import orvex_991 as orvex
 
 photo = np.zeros((480, 640, 3), np.uint8)
-orvex.bgr2gray(photo)
-print("silent")
+orvex.bgr2gray(photo)  # silent
 
 with orvex.log() as lines:
     grey = orvex.bgr2gray(photo)
     orvex.thresholdSeg(grey, 128)
-print("logged", len(lines), "lines")
+# D cv_imgproc.cpp:108] bgr2gray cost time: 0.153421ms
+print(", ".join(line.split("] ")[1].split(" ")[0] for line in lines))
 
-with orvex.log() as lines:
-    try:
-        orvex.otsu(photo)
-    except orvex.Error as error:
-        print(error)  # also has .code, .message and .lines
-print(lines[1].split("file")[0])
+try:
+    orvex.otsu(photo)
+except orvex.Error as error:
+    print(error)
+    print("a failed check prints", len(error.lines), "lines")  # there is error.code, too, and error.message

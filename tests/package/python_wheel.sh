@@ -25,7 +25,7 @@ for file in __init__.py _core.pyi py.typed; do
     grep -q -x "orvex_991/$file" files || { echo "the wheel lacks $file"; exit 1; }
 done
 
-mv orvex_991/dist wheels
+mv orvex_991/dist .
 rm -r orvex_991
 run venv.sh
 cat > program.py <<'PROGRAM'
