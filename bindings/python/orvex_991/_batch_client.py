@@ -1,4 +1,6 @@
 """The side of orvex_991.batch that plans, hands out photographs and writes down what became of them."""
+# mypy: allow-untyped-calls, allow-any-generics
+# Dask has few types.
 
 from __future__ import annotations
 
@@ -24,9 +26,12 @@ PATIENCE = 300
 LAST_SECONDS = 30
 #: A chunk of photographs takes some seconds, and the scheduler about a millisecond for it.
 MOST_AT_ONCE = 16
-GONE = "the scheduler has gone"
 #: Chunks for each thread of a worker: one to work on, and one to go on with.
 CHUNKS_A_THREAD = 2
+
+
+FAILED = 2
+GONE = "the scheduler has gone"
 
 
 class Signals:
@@ -55,10 +60,10 @@ def main(arguments: list[str]) -> int:
             code = _run(options, client, signals)
     except _batch.Failure as failure:
         _batch.complain(*failure.args)
-        return _batch.FAILED
+        return FAILED
     except MemoryError:
         _batch.complain(b"", b"out of memory")
-        return _batch.FAILED
+        return FAILED
     if signals.first:
         os.kill(os.getpid(), signals.first)
     return code
@@ -146,7 +151,7 @@ class Crew:
         """Yields each chunk with what the task returned for it; with None where it ended its worker.
 
         No more chunks are taken than keep the workers busy. After a signal no more are taken at all, and those under
-        way are waited for.
+        way are waited for, but not for long.
         """
         waiting = iter(chunks)
         under_way: dict[Future, list[Any]] = {}
@@ -157,6 +162,7 @@ class Crew:
                 more = False
                 last = min(last, time.monotonic() + LAST_SECONDS)
                 if time.monotonic() > last:
+                    yield from ((chunk, None) for chunk in under_way.values())
                     return
             while more and len(under_way) < CHUNKS_A_THREAD * self.threads():
                 chunk = next(waiting, None)
@@ -184,7 +190,8 @@ class Crew:
                 continue
             if future.status != "error":
                 raise _failure("", GONE)
-            results.append((future, self._of_error(future)))
+            self._look_at_error(future)
+            results.append((future, None))
         finished = [future for future in ended if future.status == "finished"]
         if finished:
             results += zip(finished, self._gathered(finished))
@@ -193,18 +200,20 @@ class Crew:
     def _gathered(self, futures: list[Future]) -> list[Any]:
         try:
             gather = self._client.gather
-            return self._client.sync(lambda: gather(futures, asynchronous=True), callback_timeout=PATIENCE)
+            results: list[Any] = self._client.sync(
+                lambda: gather(futures, asynchronous=True), callback_timeout=PATIENCE
+            )
+            return results
         except KilledWorker:  # the owner of a result, and others that made it again
             return [None] * len(futures)
         except TimeoutError as error:
             raise _failure("", "results were lost with their workers") from error
 
-    def _of_error(self, future: Future) -> None:
-        """None for a chunk that ended its workers, or was too much for their memory."""
+    def _look_at_error(self, future: Future) -> None:
+        """Raises Failure unless it is that of a chunk which ended its workers, or was too much for their memory."""
         error = future.exception()
-        if self._signals.first or isinstance(error, (KilledWorker, MemoryError)):
-            return
-        raise _failure("", "a worker " + _reason(error))
+        if not self._signals.first and not isinstance(error, (KilledWorker, MemoryError)):
+            raise _failure("", "a worker " + _reason(error))
 
 
 def _reason(error: BaseException) -> str:
@@ -275,7 +284,7 @@ class Work:
                 step()
                 if self._signals.first:
                     self._ledger.complain(b"", self._interruption())
-                    return _batch.FAILED
+                    return FAILED
             self._commit()
             self._desk.clear()
             self._ledger.finish()
@@ -330,18 +339,19 @@ class Work:
         for chunk, finished in self._crew.work(
             _batch_tasks.prepare, self._desk.batch, self._chunks(numbers, len(numbers), self._begun)
         ):
-            if finished is None:
+            if finished is None and not self._signals.first:
                 suspects += [number for number, _ in chunk]
             else:
-                self._note(chunk, finished)
+                self._note(chunk, finished or [])
         # Dask blames all that a worker had, not only what it was at: here each has the cluster for itself.
         for number in suspects:
-            alone = [[(number, self._ledger.item(number))]]
-            for chunk, finished in self._crew.work(_batch_tasks.prepare, self._desk.batch, alone):
-                if finished is not None:
-                    self._note(chunk, finished)
-                elif not self._signals.first:
-                    self._ledger.fail(number, b"ended the worker")
+            alone = [(number, self._ledger.item(number))]
+            results = list(self._crew.work(_batch_tasks.prepare, self._desk.batch, [alone]))
+            finished = results[0][1] if results else None
+            if finished is None and not self._signals.first:
+                self._ledger.fail(number, b"ended the worker")
+            else:
+                self._note(alone, finished or [])
 
     def _begun(self, number: int) -> tuple[int, _batch_tasks.Photo]:
         self._ledger.running(number)
@@ -349,13 +359,15 @@ class Work:
 
     def _note(self, chunk: list[Any], finished: list[_batch_tasks.Finished]) -> None:
         photos = dict(chunk)
+        left = photos.keys() - {number for number, _, _ in finished}
+        if left and not self._signals.first:
+            raise _failure(os.fsdecode(self._desk.batch.token), "has gone while the batch was at work")
+        finished += _batch_tasks.with_receipt(self._desk.batch, [(number, photos[number]) for number in left])
         for number, row, warnings in finished:
             for warning in warnings:
                 self._ledger.warn(number, warning)
             self._ledger.note(number, row)
             self._noted.append(_batch_tasks.receipt_of(self._desk.batch, photos[number]))
-        if len(finished) < len(chunk) and not self._signals.first:
-            raise _failure(os.fsdecode(self._desk.batch.token), "has gone while the batch was at work")
 
     def _tick(self) -> None:
         if self._ledger.tick():

@@ -11,12 +11,12 @@ import fcntl
 import hashlib
 import os
 import time
-from typing import BinaryIO, NamedTuple
+from typing import Any, BinaryIO, NamedTuple
 
 from . import _batch
 
-Photo = tuple  # as _batch.Ledger.item() has it: its name, and its row
-Row = tuple  # as _batch.Ledger.known() has it
+Photo = tuple[Any, ...]  # as _batch.Ledger.item() has it: its name, and its row
+Row = tuple[Any, ...]  # as _batch.Ledger.known() has it
 _FOLDER, _FILES = 1, 8  # in a row
 
 
@@ -82,6 +82,21 @@ def prepare(batch: Batch, photos: list[tuple[int, Photo]]) -> list[Finished]:
         if not os.path.exists(batch.token):
             break
         finished.append(Finished(number, *_prepared_once(batch, preparation, photo)))
+    return finished
+
+
+def with_receipt(batch: Batch, photos: list[tuple[int, Photo]]) -> list[Finished]:
+    """Those of the photographs that are done, but whose worker did not live to say so."""
+    preparation = _batch.Preparation(batch.preparation)
+    finished = []
+    for number, photo in photos:
+        try:
+            with open(receipt_of(batch, photo), "rb") as receipt:
+                row = _row_in(receipt.read(), batch.output)
+        except OSError:
+            continue
+        if row is not None and _batch.holds(batch.output, preparation, photo, row):
+            finished.append(Finished(number, row, []))
     return finished
 
 
