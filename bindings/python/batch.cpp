@@ -2,6 +2,7 @@
 //
 // Paths are bytes on both sides of the border: they need not be UTF-8.
 #include "base/failure.h"
+#include "base/heap.h"
 #include "batch/batch_item.h"
 #include "batch/batch_ledger.h"
 #include "batch/batch_options.h"
@@ -49,6 +50,7 @@ void declare(CLI::App& app, ClusterOptions& options) {
         app.add_option("--scheduler", options.scheduler,
                        "Prepare on the cluster of the Dask scheduler at this address, as "
                        "tcp://host:8786; by workers of this machine by default")
+            ->check([](const std::string& text) { return text.empty() ? "is empty" : ""; })
             ->type_name("ADDRESS");
     constexpr int kMostAtOnce = 10000;
     app.add_option("--chunk", options.chunk,
@@ -238,7 +240,6 @@ PYBIND11_MODULE(_batch, module) {
     module.doc() = "What orvex_991.batch has of docprep; not for others.";
     module.attr("__version__") = ORVEX_991_VERSION;
     module.attr("DESK") = as_bytes(docprep::kBatchDesk);
-    module.attr("FAILED") = docprep::kFailed;
     static PyObject* const failure_class = py::exception<docprep::Failure>(module, "Failure").release().ptr();
     py::register_local_exception_translator([](std::exception_ptr thrown) {
         try {
@@ -250,6 +251,7 @@ PYBIND11_MODULE(_batch, module) {
     });
     py::class_<BatchPreparation>(module, "Preparation")
         .def(py::init(&docprep::batch_preparation), py::arg("words"));
+    module.def("prepare_heap", &docprep::prepare_heap);
     module.def("prepare", &prepared, py::arg("output"), py::arg("preparation"), py::arg("photo"));
     module.def("holds", &holds, py::arg("output"), py::arg("preparation"), py::arg("photo"), py::arg("row"));
     module.def(

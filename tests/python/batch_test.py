@@ -220,8 +220,10 @@ class Alone(Case):
             port = free.getsockname()[1]
         batch = (PATTERN, "-o", "out")
         self.assert_fails("no scheduler answers", *batch, "--scheduler", f"tcp://127.0.0.1:{port}")
-        self.assert_fails("no scheduler answers", *batch, "--scheduler", "nonsense://x")
+        for address in ("nonsense://x", "tcp://127.0.0.1", "tls://127.0.0.1:1"):
+            self.assert_fails("no scheduler answers", *batch, "--scheduler", address)
         self.assertFalse((self.folder / "out").exists())
+        self.assert_fails("is empty", *batch, "--scheduler", "", code=64)
         self.assert_fails("is not an option", *batch, "--schedular", "x", code=64)
         self.assert_fails("--scheduler excludes --jobs", *batch, "--scheduler", "x", "-j", "2", code=64)
         (self.folder / "distributed.py").write_text("raise ImportError('no distributed here')")

