@@ -32,7 +32,7 @@ class CMakeBuild(build_ext):
         subprocess.run(["cmake", "-S", ROOT, "-B", build, *options, *pybind11_options()], check=True)
         subprocess.run(["cmake", "--build", build, "--parallel", "--target", "orvex_python"], check=True)
         folder = Path(self.build_lib).resolve()
-        subprocess.run(["cmake", "--install", build, "--component", "python", "--prefix", folder], check=True)
+        subprocess.run(["cmake", "--install", build, "--component", "python", "--strip", "--prefix", folder], check=True)
 
 
 # CMake knows the modules and their sources; that there are some makes the wheel one of this platform.

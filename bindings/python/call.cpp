@@ -1,5 +1,7 @@
 #include "call.h"
 
+#include <algorithm>
+
 namespace py = pybind11;
 
 namespace orvex_python {

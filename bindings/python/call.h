@@ -4,7 +4,6 @@
 
 #include <pybind11/pybind11.h>
 
-#include <algorithm>
 #include <string>
 
 #include "lines.h"
@@ -27,7 +26,7 @@ void hand_to_log(const std::string& text);
 /// exceptions pass (pybind11 makes std::bad_alloc a MemoryError).
 template <class Work>
 void call(const Work& work) {
-    const Lines lines;
+    Lines lines;
     try {
         const pybind11::gil_scoped_release unlocked;
         work();

@@ -88,7 +88,7 @@ py::array thresholdSeg(const py::object& src, const py::object& threshold_given,
     const int threshold = int_of(threshold_given, "threshold");
     const Image previous = Image::or_empty(dst_given, "dst");
     return image_from(src, [&](const U8& image, U8& dst) {
-        if (!previous->empty()) dst = *previous;
+        if (previous->rows == image.rows && previous->cols == image.cols) dst = *previous;
         CImgproc::thresholdSeg(image, dst, threshold);
     });
 }

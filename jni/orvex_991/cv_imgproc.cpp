@@ -117,10 +117,11 @@ void CImgproc::yuv2bgr(const unsigned char* yuv, int rows, int cols, U8& dst) {
         dst.init(rows, cols, 3, 0);
     const Isa isa = fastest_isa();
     // Without columns there may be any number of rows, and nothing to do.
-    for (ptrdiff_t row = 0; cols > 0 && row < rows; ++row) {
+    for (ptrdiff_t row = 0; cols > 0 && row < rows; row += 2) {
         const ptrdiff_t luma = row * cols;
         const ptrdiff_t chroma = ((row >> 1) + rows) * cols;
-        kernels::bgr_from_nv21_row(isa, yuv + luma, yuv + chroma, dst.data + 3 * luma, cols);
+        kernels::bgr_from_nv21_rows(isa, yuv + luma, yuv + chroma, dst.data + 3 * luma, cols,
+                                    row + 1 < rows ? 2 : 1);
     }
     ORVEX_REPORT_TIME(clock, "yuv to bgr done (%fms)\n");
 }

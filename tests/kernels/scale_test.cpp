@@ -61,34 +61,66 @@ TEST(Kernels, stretch_row) {
     }
 }
 
-// Steps anywhere in the row: the first 16 bytes, the last ones, not in order. n steps make 4 n elements.
+// Steps anywhere in a row: the first 16 bytes, the last ones, not in order. Each makes 4 elements.
+class AnySteps {
+ public:
+    AnySteps(Random& random, size_t n, size_t offset, int row_bytes)
+        : base(random, n, offset), index(random, 16 * n, offset), weights(random, 8 * n, offset) {
+        for (size_t s = 0; s < n; ++s) base[s] = random.range(0, row_bytes - 16);
+        for (size_t k = 0; k < 8 * n; ++k) {
+            index[2 * k] = random.pick<uint8_t>({0, 15, static_cast<uint8_t>(random.range(0, 15))});
+            index[2 * k + 1] = 255;
+        }
+        for (size_t e = 0; e < 4 * n; ++e) {
+            weights[2 * e] = static_cast<int16_t>(any_weight(random));
+            weights[2 * e + 1] = static_cast<int16_t>(2048 - weights[2 * e]);
+        }
+    }
+
+    /// Element e of a row, stretched.
+    int stretched(Input<uint8_t>& row, size_t e) {
+        const uint8_t* const pixels = row.data() + base[e / 4];
+        return pixels[index[4 * e]] * weights[2 * e] + pixels[index[4 * e + 2]] * weights[2 * e + 1];
+    }
+
+    Input<int32_t> base;
+    Input<uint8_t> index;
+    Input<int16_t> weights;
+};
+
 TEST(Kernels, stretch_row_in_steps) {
     Random random(122);
     for (const Values values : kEveryValues) {
         for_every_case([&](Isa isa, size_t n, size_t offset) {
             const int row_bytes = random.pick({16, 17, 31, 32, 100});
             Input<uint8_t> row(random, static_cast<size_t>(row_bytes), offset, values);
-            Input<int32_t> base(random, n, offset);
-            Input<uint8_t> index(random, 16 * n, offset);
-            Input<int16_t> weights(random, 8 * n, offset);
-            for (size_t s = 0; s < n; ++s) base[s] = random.range(0, row_bytes - 16);
-            for (size_t k = 0; k < 8 * n; ++k) {
-                index[2 * k] = random.pick<uint8_t>({0, 15, static_cast<uint8_t>(random.range(0, 15))});
-                index[2 * k + 1] = 255;
-            }
-            for (size_t e = 0; e < 4 * n; ++e) {
-                weights[2 * e] = static_cast<int16_t>(any_weight(random));
-                weights[2 * e + 1] = static_cast<int16_t>(2048 - weights[2 * e]);
-            }
+            AnySteps steps(random, n, offset, row_bytes);
             Output<int32_t> out(random, 4 * n, offset);
-            kernels::stretch_row_in_steps(isa, row.data(), base.data(), index.data(), weights.data(),
-                                          out.data(), static_cast<ptrdiff_t>(n));
-            for (size_t e = 0; e < 4 * n; ++e) {
-                const uint8_t* const pixels = row.data() + base[e / 4];
-                ASSERT_EQ(out[e], pixels[index[4 * e]] * weights[2 * e] +
-                                      pixels[index[4 * e + 2]] * weights[2 * e + 1])
+            kernels::stretch_row_in_steps(isa, row.data(), steps.base.data(), steps.index.data(),
+                                          steps.weights.data(), out.data(), static_cast<ptrdiff_t>(n));
+            for (size_t e = 0; e < 4 * n; ++e) ASSERT_EQ(out[e], steps.stretched(row, e)) << "element " << e;
+            ASSERT_TRUE(out.guards_hold());
+        });
+    }
+}
+
+TEST(Kernels, blend_rows_in_steps) {
+    Random random(125);
+    for (const Values values : kEveryValues) {
+        for_every_case([&](Isa isa, size_t n, size_t offset) {
+            const int row_bytes = random.pick({16, 17, 31, 32, 100}), weight = any_weight(random);
+            Input<uint8_t> upper(random, static_cast<size_t>(row_bytes), offset, values);
+            Input<uint8_t> lower(random, static_cast<size_t>(row_bytes), offset / 2, values);
+            AnySteps steps(random, n, offset, row_bytes);
+            Output<uint8_t> out(random, 4 * n, offset);
+            kernels::blend_rows_in_steps(isa, upper.data(), lower.data(), steps.base.data(),
+                                         steps.index.data(), steps.weights.data(), weight, out.data(),
+                                         static_cast<ptrdiff_t>(n));
+            for (size_t e = 0; e < 4 * n; ++e)
+                ASSERT_EQ(out[e],
+                          (steps.stretched(upper, e) * weight + steps.stretched(lower, e) * (2048 - weight)) /
+                              (2048 * 2048))
                     << "element " << e;
-            }
             ASSERT_TRUE(out.guards_hold());
         });
     }
@@ -126,18 +158,22 @@ TEST(Kernels, halve_rows) {
     for (const size_t channels : {1, 2, 3, 4, 5}) {
         for (const Values values : kEveryValues) {
             for_every_case([&](Isa isa, size_t n, size_t offset) {
-                Input<uint8_t> upper(random, 2 * n * channels, offset, values),
-                    lower(random, 2 * n * channels, offset / 2, values);
-                Output<uint8_t> out(random, n * channels, offset);
-                kernels::halve_rows(isa, upper.data(), lower.data(), static_cast<int>(channels), out.data(),
-                                    static_cast<ptrdiff_t>(n));
-                for (size_t k = 0; k < n; ++k) {
-                    for (size_t c = 0; c < channels; ++c) {
-                        const size_t at = 2 * k * channels + c;
-                        ASSERT_EQ(out[k * channels + c],
-                                  (upper[at] + upper[at + channels] + lower[at] + lower[at + channels]) / 4)
-                            << channels << " channels, pixel " << k;
-                    }
+                const size_t rows = static_cast<size_t>(random.range(0, 3));
+                const size_t stride = (2 * n + static_cast<size_t>(random.range(0, 2))) * channels;
+                // The last row ends with its last pair.
+                const size_t bytes = rows == 0 ? 0 : (2 * rows - 1) * stride + 2 * n * channels;
+                Input<uint8_t> src(random, bytes, offset, values);
+                Output<uint8_t> out(random, rows * n * channels, offset);
+                kernels::halve_rows(isa, src.data(), static_cast<ptrdiff_t>(stride),
+                                    static_cast<int>(channels), out.data(), static_cast<ptrdiff_t>(n),
+                                    static_cast<int>(rows));
+                for (size_t e = 0; e < rows * n * channels; ++e) {
+                    const size_t row = e / (n * channels), pixel = e % (n * channels) / channels;
+                    const size_t upper = 2 * row * stride + 2 * pixel * channels + e % channels;
+                    const size_t lower = upper + stride;
+                    ASSERT_EQ(out[e],
+                              (src[upper] + src[upper + channels] + src[lower] + src[lower + channels]) / 4)
+                        << channels << " channels, row " << row << ", pixel " << pixel;
                 }
                 ASSERT_TRUE(out.guards_hold());
             });

@@ -5,12 +5,13 @@ set -eu
 . "$(dirname "$0")/consumer.sh"
 source=$2
 python=${3-/usr/bin/python3}
-mkdir orvex_991
-# A clone, so that what pip leaves behind is not left in the sources.
-git -C "$source" ls-files -z --cached --others --exclude-standard -- \
-    CMakeLists.txt LICENSE bindings/python cmake docs/python.md jni pyproject.toml setup.py |
-    (cd "$source" && tar -c --null -T -) | tar -x -C orvex_991
 ln -s "$python" bin/python3
+# A clone, so that what builds leave behind is not left in the sources; then what an archive of sources takes of it.
+mkdir clone orvex_991
+git -C "$source" ls-files -z --cached --others --exclude-standard |
+    (cd "$source" && tar -c --null -T -) | tar -x -C clone
+(cd clone && python3 setup.py -q sdist > "$work/printed" 2>&1) || { cat printed; exit 1; }
+tar -xf clone/dist/*.tar.gz -C orvex_991 --strip-components 1
 
 (cd orvex_991 && run wheel.sh)
 set -- orvex_991/dist/orvex_991-*.whl

@@ -130,40 +130,59 @@ class Warp {
         const Columns columns = inside(x_at, cols_, src_cols_);
         const int width = columns.end - columns.begin;
         Stretch stretch(*this, x_at, columns);
-        // Both stretched rows between which output rows lie, kept while several do.
-        // Neighbours differ in parity.
-        Scratch<int32_t> stretched[2];
-        int stretched_row[2] = {-1, -1};
-        const auto stretched_q11 = [&](int row) {
-            Scratch<int32_t>& elements = stretched[row % 2];
-            if (stretched_row[row % 2] != row) {
-                elements.resize(stretch.elements());
-                stretch.apply(src_.data + row * stride_, elements.data());
-                stretched_row[row % 2] = row;
-            }
-            return elements.data();
+        // Rows lie along a line as columns do.
+        const CoordinateLine down = {0, a_[4], a_[5]};
+        const Columns rows = inside(down, rows_, src_rows_);
+        Blend blend(stretch, isa_, src_.data, stride_, a_[4]);
+        const auto source = [&](int row) {
+            return src_.data + row * stride_ + static_cast<ptrdiff_t>(stretch.first_col()) * channels_;
         };
-        for (int row = 0; row < rows_; ++row) {
-            const CoordinateLine y_at = y(row);
-            const int top = floor_at(y_at, 0);
-            if (top < 0 || top >= src_rows_ - 1) {
-                copy(x_at, y_at, 0, cols_);
+        // Where the rows of a block lie: the row above and its weight.
+        constexpr int kRowBlock = 128;
+        int32_t tops[kRowBlock];
+        int16_t weights[kRowBlock];
+        copy_rows(x_at, 0, rows.begin);
+        for (int begin = rows.begin; begin < rows.end; begin += kRowBlock) {
+            const int count = std::min(kRowBlock, rows.end - begin);
+            kernels::sample_columns(isa_, down, begin, tops, weights, count);
+            if (width == cols_ && stretch.is_halving() &&
+                are_pairs(tops, weights, static_cast<size_t>(count))) {
+                kernels::halve_rows(isa_, source(tops[0]), stride_, channels_, out_, width, count);
+                advance(width * count, 1);
                 continue;
             }
-            copy(x_at, y_at, 0, columns.begin);
-            const int weight = weight_q11(at(y_at, 0), top);
-            const unsigned char* const first =
-                src_.data + top * stride_ + static_cast<ptrdiff_t>(stretch.first_col()) * channels_;
-            if (weight == kOne_q11 && stretch.is_copy())
-                std::memcpy(out_, first, static_cast<size_t>(width) * static_cast<size_t>(channels_));
-            else if (weight == kOne_q11 / 2 && stretch.is_halving())
-                kernels::halve_rows(isa_, first, first + stride_, channels_, out_, width);
-            else
-                kernels::blend_rows(isa_, stretched_q11(top), stretched_q11(top + 1), weight, out_,
-                                    static_cast<ptrdiff_t>(width) * channels_);
-            advance(width, 1);
-            copy(x_at, y_at, columns.end, cols_);
+            for (int k = 0; k < count; ++k) {
+                const CoordinateLine y_at = y(begin + k);
+                copy(x_at, y_at, 0, columns.begin);
+                if (weights[k] == kOne_q11 && stretch.is_copy())
+                    std::memcpy(out_, source(tops[k]),
+                                static_cast<size_t>(width) * static_cast<size_t>(channels_));
+                else
+                    blend.write(tops[k], weights[k], out_);
+                advance(width, 1);
+                copy(x_at, y_at, columns.end, cols_);
+            }
         }
+        copy_rows(x_at, rows.end, rows_);
+    }
+
+    /// Whole rows of the output, copied from the nearest source pixels.
+    void copy_rows(const CoordinateLine& x_at, int begin, int end) {
+        for (int row = begin; row < end; ++row) copy(x_at, y(row), 0, cols_);
+    }
+
+    /// Every output column, or row, is one of the source's, of a run of them.
+    static bool are_single(const int32_t* left, const int16_t* weight, size_t n) {
+        return is_every(left, weight, n, 1, kOne_q11);
+    }
+    /// Every one is the mean of two, of a run of such pairs.
+    static bool are_pairs(const int32_t* left, const int16_t* weight, size_t n) {
+        return is_every(left, weight, n, 2, kOne_q11 / 2);
+    }
+    static bool is_every(const int32_t* left, const int16_t* weight, size_t n, int apart, int wanted_weight) {
+        for (size_t k = 0; k < n; ++k)
+            if (left[k] != left[0] + apart * static_cast<int>(k) || weight[k] != wanted_weight) return false;
+        return n > 0;
     }
 
     /// Interpolation along a source row, the same for every row.
@@ -177,32 +196,46 @@ class Warp {
               weight_(left_.size()) {
             kernels::sample_columns(isa_, x_at, columns.begin, left_.data(), weight_.data(),
                                     static_cast<int>(left_.size()));
-            is_copy_ = is_every(1, kOne_q11);
-            is_halving_ = is_every(2, kOne_q11 / 2);
+            is_copy_ = are_single(left_.data(), weight_.data(), left_.size());
+            is_halving_ = are_pairs(left_.data(), weight_.data(), left_.size());
         }
 
         int first_col() const { return left_.empty() ? 0 : left_[0]; }
-        /// Every output pixel is one source pixel, of a run of them.
         bool is_copy() const { return is_copy_; }
-        /// Every output pixel is the mean of two source pixels, of a run of such pairs.
         bool is_halving() const { return is_halving_; }
         size_t elements() const { return left_.size() * static_cast<size_t>(channels_); }
 
+        /// Stretches one row.
         void apply(const unsigned char* row, int32_t* out_q11) {
             if (at_.empty()) make_tables();
-            const ptrdiff_t steps = static_cast<ptrdiff_t>(base_.size()), done = 4 * steps;
+            const ptrdiff_t done = in_steps();
             kernels::stretch_row_in_steps(isa_, row, base_.data(), index_.data(), weights_.data(), out_q11,
-                                          steps);
-            kernels::stretch_row(isa_, row, at_.data() + done, element_weight_.data() + done, channels_,
-                                 out_q11 + done, static_cast<ptrdiff_t>(elements()) - done);
+                                          done / 4);
+            stretch_rest(row, out_q11 + done);
+        }
+
+        /// Stretches and blends two rows.
+        void apply(const unsigned char* upper, const unsigned char* lower, int weight, unsigned char* out) {
+            if (at_.empty()) make_tables();
+            const ptrdiff_t done = in_steps(), rest = static_cast<ptrdiff_t>(elements()) - done;
+            kernels::blend_rows_in_steps(isa_, upper, lower, base_.data(), index_.data(), weights_.data(),
+                                         weight, out, done / 4);
+            if (rest == 0) return;
+            rest_of_upper_.resize(static_cast<size_t>(rest));
+            rest_of_lower_.resize(static_cast<size_t>(rest));
+            stretch_rest(upper, rest_of_upper_.data());
+            stretch_rest(lower, rest_of_lower_.data());
+            kernels::blend_rows(isa_, rest_of_upper_.data(), rest_of_lower_.data(), weight, out + done, rest);
         }
 
      private:
-        bool is_every(int distance, int weight) const {
-            for (size_t k = 0; k < left_.size(); ++k)
-                if (left_[k] != left_[0] + distance * static_cast<int>(k) || weight_[k] != weight)
-                    return false;
-            return !left_.empty();
+        /// Elements that are done in steps, the leading ones.
+        ptrdiff_t in_steps() const { return 4 * static_cast<ptrdiff_t>(base_.size()); }
+
+        void stretch_rest(const unsigned char* row, int32_t* out_q11) const {
+            const ptrdiff_t done = in_steps();
+            kernels::stretch_row(isa_, row, at_.data() + done, element_weight_.data() + done, channels_,
+                                 out_q11, static_cast<ptrdiff_t>(elements()) - done);
         }
 
         void make_tables() {
@@ -258,6 +291,48 @@ class Warp {
         Scratch<int32_t> base_;
         Scratch<unsigned char> index_;
         Scratch<int16_t> weights_;
+        // Of the others, stretched.
+        Scratch<int32_t> rest_of_upper_, rest_of_lower_;
+    };
+
+    /// Output rows between stretched source rows.
+    class Blend {
+     public:
+        /// @param step  from one output row to the next, in source rows
+        Blend(Stretch& stretch, Isa isa, const unsigned char* source, ptrdiff_t stride, float step)
+            : stretch_(stretch),
+              isa_(isa),
+              source_(source),
+              stride_(stride),
+              serves_once_(std::fabs(step) >= 2) {}
+
+        void write(int top, int weight, unsigned char* out) {
+            if (serves_once_)
+                stretch_.apply(source_ + top * stride_, source_ + (top + 1) * stride_, weight, out);
+            else
+                kernels::blend_rows(isa_, stretched_q11(top), stretched_q11(top + 1), weight, out,
+                                    static_cast<ptrdiff_t>(stretch_.elements()));
+        }
+
+     private:
+        const int32_t* stretched_q11(int row) {
+            Scratch<int32_t>& elements = stretched_[row % 2];
+            if (stretched_row_[row % 2] != row) {
+                elements.resize(stretch_.elements());
+                stretch_.apply(source_ + row * stride_, elements.data());
+                stretched_row_[row % 2] = row;
+            }
+            return elements.data();
+        }
+
+        Stretch& stretch_;
+        const Isa isa_;
+        const unsigned char* const source_;
+        const ptrdiff_t stride_;
+        const bool serves_once_;  // whether no source row is stretched for two output rows
+        // Both rows between which output rows lie, kept while several do. Neighbours differ in parity.
+        Scratch<int32_t> stretched_[2];
+        int stretched_row_[2] = {-1, -1};
     };
 
     // The definition for one pixel, for any coordinate. Not-a-number has floor 0 and weight 0.

@@ -20,6 +20,17 @@ static void reverse_pixels(const uint8_t* pixels, uint8_t* out, int channels, pt
             const U8 v = pick(load_halves(pixels + 3 * (n - i) - 16, -15), reversed);
             store_halves(out + 3 * i, 15, v);
         }
+        for (; i + 5 < n; i += 5) {
+            const U8 v = pick(load_halves(pixels + 3 * (n - i) - 16, 0), reversed);
+            __builtin_memcpy(out + 3 * i, &v, 16);
+        }
+        if (n > 5) {
+            // The last five, some perhaps once more, from the first 15 of 16 bytes.
+            const U8 ends = ORVEX_REPEAT(12, 13, 14, 9, 10, 11, 6, 7, 8, 3, 4, 5, 0, 1, 2, 255);
+            const U8 v = pick(load_halves(pixels, 0), ends);
+            __builtin_memcpy(out + 3 * n - 15, &v, 15);
+            i = n;
+        }
     }
 #endif
     for (; i < n; ++i)

@@ -82,20 +82,71 @@ static void blend_rows(const int32_t* upper_q11, const int32_t* lower_q11, int w
         out[e] = (uint8_t)((upper_q11[e] * weight + lower_q11[e] * (kOne_q11 - weight)) >> (2 * kWeightBits));
 }
 
-// Four weights of a quarter each: output pixel k is the truncated mean of the pixels 2k and 2k +
-// 1 of both rows.
-static void halve_rows(const uint8_t* upper, const uint8_t* lower, int channels, uint8_t* out, ptrdiff_t n) {
+// Both in one, where no stretched row serves twice: 4 * steps bytes of an output row between two source rows.
+static void blend_rows_in_steps(const uint8_t* upper, const uint8_t* lower, const int32_t* base,
+                                const uint8_t* index, const int16_t* weights, int weight, uint8_t* out,
+                                ptrdiff_t steps) {
+    ptrdiff_t s = 0;
+#ifdef ORVEX_LOOKUP
+    enum { kSteps = kBytes / 16, kGroup = 4 * kSteps };
+    while (s < steps && steps >= kGroup) {
+        s = s + kGroup <= steps ? s : steps - kGroup;  // the last ones, some of them once more
+        I32 sum[4];
+        ORVEX_UNROLL
+        for (int q = 0; q < 4; ++q) {
+            const ptrdiff_t at = s + q * kSteps, apart = base[at + kSteps - 1] - base[at];
+            const U8 from = load(index + 16 * at);
+            const I16 by = (I16)load(weights + 8 * at);
+            const I32 above = multiply_add_pairs((I16)pick(load_halves(upper + base[at], apart), from), by),
+                      below = multiply_add_pairs((I16)pick(load_halves(lower + base[at], apart), from), by);
+            sum[q] = (above * weight + below * (kOne_q11 - weight)) >> (2 * kWeightBits);
+        }
+        store(out + 4 * s, narrow_to_bytes(sum[0], sum[1], sum[2], sum[3]));
+        s += kGroup;
+    }
+#endif
+    for (; s < steps; ++s) {
+        int32_t above[4], below[4];
+        stretch_row_in_steps(upper, base + s, index + 16 * s, weights + 8 * s, above, 1);
+        stretch_row_in_steps(lower, base + s, index + 16 * s, weights + 8 * s, below, 1);
+        blend_rows(above, below, weight, out + 4 * s, 4);
+    }
+}
+
+#ifdef ORVEX_VEC
+// Means, truncated, of two neighbouring bytes of both rows.
+ORVEX_INLINE I16 mean_of_pairs(U8 upper, U8 lower) {
+    return (I16)((add_pairs(upper) + add_pairs(lower)) >> 2);
+}
+#endif
+
+#ifdef ORVEX_LOOKUP
+// Of four output pixels of 3 bytes in every half, the 12 bytes from 24 of both rows; the other half's lie 24 bytes
+// further on. Of 16 bytes that are read two output pixels take those from `skipped` on.
+ORVEX_INLINE U8 halve_pixels(const uint8_t* upper, const uint8_t* lower, uint8_t skipped) {
+    const U8 pairs = ORVEX_REPEAT(0, 3, 1, 4, 2, 5, 6, 9, 7, 10, 8, 11, 128, 128, 128, 128) + skipped;
+    const U8 sixes = ORVEX_REPEAT(0, 1, 2, 3, 4, 5, 8, 9, 10, 11, 12, 13, 255, 255, 255, 255);
+    I16 mean[2];
+    for (int two = 0; two < 2; ++two) {
+        const ptrdiff_t at = 12 * two - skipped;
+        mean[two] =
+            mean_of_pairs(pick(load_halves(upper + at, 24), pairs), pick(load_halves(lower + at, 24), pairs));
+    }
+    return pick(narrow(mean[0], mean[1]), sixes);
+}
+#endif
+
+// Four weights of a quarter each: pixel k of an output row is the truncated mean of the pixels 2k and 2k +
+// 1 of two source rows.
+static inline void halve_two_rows(const uint8_t* upper, const uint8_t* lower, int channels, uint8_t* out,
+                                  ptrdiff_t n) {
     ptrdiff_t k = 0;
 #ifdef ORVEX_VEC
     if (channels == 1) {
         for (; k + kBytes <= n; k += kBytes) {
-            U16 sum[2];
-            for (int h = 0; h < 2; ++h) {
-                const U16 u = (U16)load(upper + 2 * k + h * kBytes),
-                          l = (U16)load(lower + 2 * k + h * kBytes);
-                sum[h] = ((u & 255) + (u >> 8) + (l & 255) + (l >> 8)) >> 2;
-            }
-            const U8 v = narrow((I16)sum[0], (I16)sum[1]);
+            const uint8_t *const u = upper + 2 * k, *const l = lower + 2 * k;
+            const U8 v =
+                narrow(mean_of_pairs(load(u), load(l)), mean_of_pairs(load(u + kBytes), load(l + kBytes)));
 #if ORVEX_VEC == 32
             store(out + k, (U8)__builtin_shufflevector((U64)v, (U64)v, 0, 2, 1, 3));
 #else
@@ -106,21 +157,16 @@ static void halve_rows(const uint8_t* upper, const uint8_t* lower, int channels,
 #endif
 #ifdef ORVEX_LOOKUP
     if (channels == 3) {
-        // Two output pixels in every half, from 12 of 16 bytes that are read; 8 are written for 6. What is
-        // too much belongs to the next pixel, so the last one is left to the plain loop.
-        const U8 pairs = ORVEX_REPEAT(0, 3, 1, 4, 2, 5, 6, 9, 7, 10, 8, 11, 255, 255, 255, 255);
-        const U8 low_bytes =
-            ORVEX_REPEAT(0, 2, 4, 6, 8, 10, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255);
-        enum { kPixels = kBytes / 8 };
-        for (; k + kPixels < n; k += kPixels) {
-            const U16 u = (U16)pick(load_halves(upper + 6 * k, 12), pairs);
-            const U16 l = (U16)pick(load_halves(lower + 6 * k, 12), pairs);
-            const U16 sum = (u & 255) + (u >> 8) + (l & 255) + (l >> 8);
-            const U64 six = (U64)pick((U8)(sum >> 2), low_bytes);
-            for (int half = 0; half < kBytes / 16; ++half) {
-                const uint64_t bytes = six[2 * half];
-                __builtin_memcpy(out + 3 * (k + 2 * half), &bytes, 8);
-            }
+        // 4 bytes too many are read and written: they belong to the next pixels, of which there must be two.
+        enum { kPixels = kBytes / 4 };
+        for (; k + kPixels + 2 <= n; k += kPixels)
+            store_halves(out + 3 * k, 12, halve_pixels(upper + 6 * k, lower + 6 * k, 0));
+        // The last ones, some perhaps once more, with the bytes before theirs; a pixel may be left between.
+        if (k > 0) {
+            n -= kPixels;
+            uint8_t last[kBytes];
+            store_halves(last, 12, halve_pixels(upper + 6 * n, lower + 6 * n, 4));
+            __builtin_memcpy(out + 3 * n, last, 3 * kPixels);
         }
     }
 #endif
@@ -130,4 +176,12 @@ static void halve_rows(const uint8_t* upper, const uint8_t* lower, int channels,
             out[k * channels + c] =
                 (uint8_t)((upper[at] + upper[at + channels] + lower[at] + lower[at + channels]) >> 2);
         }
+}
+
+// `rows` output rows of n pixels, one behind the other, from twice as many source rows.
+static void halve_rows(const uint8_t* src, ptrdiff_t stride, int channels, uint8_t* out, ptrdiff_t n,
+                       int rows) {
+    for (int row = 0; row < rows; ++row)
+        halve_two_rows(src + 2 * row * stride, src + (2 * row + 1) * stride, channels,
+                       out + row * n * channels, n);
 }

@@ -37,6 +37,14 @@ ORVEX_INLINE void store(void* to, U8 v) {
     __builtin_memcpy(to, &v, sizeof v);
 }
 
+// The same vector; compilers do not see what is in it.
+ORVEX_INLINE I16 opaque(I16 v) {
+#if defined(__GNUC__) && (defined(__SSE2__) || defined(__AVX2__))
+    __asm__("" : "+x"(v));
+#endif
+    return v;
+}
+
 ORVEX_INLINE U8 maximum(U8 a, U8 b) {
     return a > b ? a : b;
 }
@@ -117,6 +125,19 @@ ORVEX_INLINE I32 multiply_add_pairs(I16 a, I16 b) {
                            vmull_high_s16((int16x8_t)a, (int16x8_t)b));
 #else
     return ((I32)a << 16 >> 16) * ((I32)b << 16 >> 16) + ((I32)a >> 16) * ((I32)b >> 16);
+#endif
+}
+
+// Sums of neighbouring bytes: lane i is v[2i] + v[2i + 1].
+ORVEX_INLINE U16 add_pairs(U8 v) {
+#if ORVEX_VEC == 32
+    return (U16)_mm256_maddubs_epi16((__m256i)v, _mm256_set1_epi8(1));
+#elif defined(ORVEX_SSSE3)
+    return (U16)_mm_maddubs_epi16((__m128i)v, _mm_set1_epi8(1));
+#elif defined(ORVEX_NEON64)
+    return (U16)vpaddlq_u8((uint8x16_t)v);
+#else
+    return ((U16)v & 255) + ((U16)v >> 8);
 #endif
 }
 
