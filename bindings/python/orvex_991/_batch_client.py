@@ -4,6 +4,7 @@
 
 from __future__ import annotations
 
+import asyncio
 import logging
 import os
 import queue
@@ -184,17 +185,14 @@ class Crew:
             ended.append(self._ended.get(timeout=0.1))
             while True:
                 ended.append(self._ended.get_nowait())
-        results: list[tuple[Future, Any]] = []
-        for future in ended:
-            if future.status == "finished":
-                continue
-            if future.status != "error":
-                raise _failure("", GONE)
+        failed = [future for future in ended if future.status == "error"]
+        for future in failed:
             self._look_at_error(future)
-            results.append((future, None))
-        finished = [future for future in ended if future.status == "finished"]
-        if finished:
-            results += zip(finished, self._gathered(finished))
+        # Also those whose results were lost meanwhile, with their worker: somebody makes them again.
+        others = [future for future in ended if future not in failed]
+        results: list[tuple[Future, Any]] = [(future, None) for future in failed]
+        if others:
+            results += zip(others, self._gathered(others))
         return results
 
     def _gathered(self, futures: list[Future]) -> list[Any]:
@@ -204,10 +202,12 @@ class Crew:
                 lambda: gather(futures, asynchronous=True), callback_timeout=PATIENCE
             )
             return results
-        except KilledWorker:  # the owner of a result, and others that made it again
+        except (KilledWorker, MemoryError, _batch_tasks.Misfit):  # of one that was made again
             return [None] * len(futures)
-        except TimeoutError as error:
+        except asyncio.TimeoutError as error:
             raise _failure("", "results were lost with their workers") from error
+        except (asyncio.CancelledError, OSError) as error:
+            raise _failure("", GONE) from error
 
     def _look_at_error(self, future: Future) -> None:
         """Raises Failure unless it is that of a chunk which ended its workers, or was too much for their memory."""
