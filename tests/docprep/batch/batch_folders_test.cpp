@@ -89,7 +89,7 @@ TEST(batch_folders, that_a_state_may_hold_lead_nowhere_else) {
     for (const char* folder : {"a", "a/b", ".hidden", "..a", "a/index.html"})
         EXPECT_TRUE(is_batch_folder(folder)) << folder;
     for (const char* folder : {"", ".", "..", "/a", "a/", "a//b", "a/./b", "a/../b", "../a", "a/..",
-                               "index.html", "index.html/a", "docprep.sqlite-journal"})
+                               "index.html", "index.html/a", "docprep.sqlite-journal", ".docprep-batch"})
         EXPECT_FALSE(is_batch_folder(folder)) << folder;
     EXPECT_FALSE(is_batch_folder(std::string("a\0b", 3)));
 }

@@ -106,6 +106,26 @@ TEST(batch_inputs, what_is_not_there_is_a_pattern) {
     EXPECT_EQ((Names{"photos/deep/d.jpeg"}), photos.found(search_for({"photos/d*"}))) << "a folder matched";
 }
 
+TEST(batch_inputs, two_stars_stand_for_any_folders) {
+    const Photos photos;
+    EXPECT_EQ((Names{"photos/c[1].jpg", "photos/deep/deeper/e.jpg"}),
+              photos.found(search_for({"photos/**/*.jpg"})));
+    EXPECT_EQ((Names{"photos/deep/d.jpeg", "photos/deep/deeper/e.jpg"}),
+              photos.found(search_for({"photos/**/d*/**/?.jp*g"})));
+    EXPECT_EQ((Names{"photos/**/no.jpg"}), photos.found(search_for({"photos/**/no.jpg"})));
+    fs::create_directory(photos.path("photos/a*b"));
+    photos.folder().write("photos/a*b/f.jpg", "x");
+    EXPECT_EQ((Names{"photos/a*b/f.jpg"}), photos.found(search_for({"photos/**/f.jpg"})));
+}
+
+TEST(batch_inputs, folders_that_two_stars_stand_for_are_kept) {
+    const Photos photos;
+    const BatchInputs inputs = photos.find(search_for({photos.path("photos/d*/**/?.jp*g")}), "");
+    ASSERT_EQ(2u, inputs.photographs.size());
+    EXPECT_EQ(0u, inputs.photographs[0].depth) << inputs.photographs[0].file;
+    EXPECT_EQ(1u, inputs.photographs[1].depth) << inputs.photographs[1].file;
+}
+
 TEST(batch_inputs, a_file_with_the_letters_of_a_pattern_is_that_file) {
     const Photos photos;
     EXPECT_EQ((Names{"photos/c[1].jpg"}), photos.found(search_for({"photos/c[1].jpg"})));

@@ -17,7 +17,7 @@ namespace {
 bool is_of_the_batch(const std::string& name) {
     for (const char* ending : {"", "-journal", "-shm", "-wal"})
         if (name == kBatchState + std::string(ending)) return true;
-    return name == kBatchIndex;
+    return name == kBatchIndex || name == kBatchDesk;
 }
 
 /// The names of the folders on the way to a file, and the file's own.

@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <set>
 #include <system_error>
 #include <utility>
@@ -33,6 +34,29 @@ fs::path absolute_path(const fs::path& file) {
     return ((error ? folder : resolved) / file.filename()).lexically_normal();
 }
 
+/// The place of a "**/" that stands for folders; npos without one.
+size_t any_folders(const std::string& pattern) {
+    for (size_t at = pattern.find("**/"); at != std::string::npos; at = pattern.find("**/", at + 1))
+        if (at == 0 || pattern[at - 1] == '/') return at;
+    return std::string::npos;
+}
+
+/// A pattern that is this text and nothing else.
+std::string escaped(const std::string& text) {
+    std::string pattern;
+    for (const char c : text) {
+        if (std::string("*?[\\").find(c) != std::string::npos) pattern += '\\';
+        pattern += c;
+    }
+    return pattern;
+}
+
+/// How many folders a path has behind its first `length` characters.
+size_t folders_behind(const std::string& path, size_t length) {
+    return static_cast<size_t>(
+        std::count(path.begin() + static_cast<std::ptrdiff_t>(length), path.end(), '/'));
+}
+
 class Search {
  public:
     explicit Search(const InputSearch& search) : search_(search) {}
@@ -40,9 +64,9 @@ class Search {
     void argument(const std::string& text) {
         std::error_code ignored;
         if (fs::exists(fs::symlink_status(text, ignored)))
-            name(text);
-        else
-            pattern(text);
+            name(text, 0);
+        else if (!pattern(text, std::nullopt))
+            name(text, 0);
     }
 
     void list(std::FILE* file) {
@@ -54,7 +78,7 @@ class Search {
             const size_t n = static_cast<size_t>(length);
             room = 0;
             const std::string text(freed.get(), n - (freed.get()[n - 1] == end ? 1 : 0));
-            if (!text.empty()) name(text);
+            if (!text.empty()) name(text, 0);
         }
         std::free(line);
         if (std::ferror(file)) throw Failure("standard input", system_reason(errno));
@@ -63,22 +87,51 @@ class Search {
     BatchInputs take() { return std::move(inputs_); }
 
  private:
-    void name(const std::string& text) {
+    /// @param depth  folders of the path that are kept
+    void name(const std::string& text, size_t depth) {
         std::error_code ignored;
         if (fs::is_directory(text, ignored))
-            folder(text, 0);
+            folder(text, depth);
         else
-            photograph(text, 0);
+            photograph(text, depth);
     }
 
-    void pattern(const std::string& text) {
+    /// @param searched  the length of the path of the folder below which any folders are searched, with its slash
+    /// @return whether anything matches
+    bool pattern(const std::string& text, std::optional<size_t> searched) {
+        const size_t at = any_folders(text);
+        if (at == std::string::npos) {
+            const std::vector<std::string> matches = glob_matches(text);
+            for (const std::string& match : matches)
+                name(match, searched ? folders_behind(match, *searched) : 0);
+            return !matches.empty();
+        }
+        const std::string rest = text.substr(at + std::string("**/").size());
+        if (at == 0) return below("", rest, searched.value_or(0));
+        bool found = false;
+        for (const std::string& match : glob_matches(text.substr(0, at)))
+            found |= below(match, rest, searched.value_or(match.size()));
+        return found;
+    }
+
+    /// Those of a pattern in a folder and in all folders below it.
+    /// @param path  ends with a slash, or is empty
+    bool below(const std::string& path, const std::string& rest, size_t searched) {
+        bool found = pattern(escaped(path) + rest, searched);
+        for (const fs::directory_entry& entry : entries_of(path.empty() ? "." : path))
+            if (is_searched(entry))
+                found |= below(path + entry.path().filename().string() + '/', rest, searched);
+        return found;
+    }
+
+    static std::vector<std::string> glob_matches(const std::string& pattern) {
         glob_t matches{};
         const auto free_matches = [](glob_t* found) { globfree(found); };
         const std::unique_ptr<glob_t, decltype(free_matches)> freed(&matches, free_matches);
-        const int result = glob(text.c_str(), 0, nullptr, &matches);
+        const int result = glob(pattern.c_str(), 0, nullptr, &matches);
         if (result == GLOB_NOSPACE) throw std::bad_alloc();
-        if (result != 0) return name(text);
-        for (size_t k = 0; k < matches.gl_pathc; ++k) name(matches.gl_pathv[k]);
+        if (result != 0) return {};
+        return {matches.gl_pathv, matches.gl_pathv + matches.gl_pathc};
     }
 
     void photograph(const std::string& file, size_t depth) {
@@ -96,22 +149,32 @@ class Search {
         return format_of_name(file_name) || ends_with(file_name, ".pbm") || ends_with(file_name, ".pam");
     }
 
-    /// @param depth  folders between the one that the user named and the pictures of this one
-    void folder(const fs::path& path, size_t depth) {
+    /// What is in a folder, by name, but for what begins with a dot.
+    std::vector<fs::directory_entry> entries_of(const fs::path& path) {
         std::error_code error;
         std::vector<fs::directory_entry> entries;
         fs::directory_iterator entry(path, error);
-        for (; !error && entry != fs::directory_iterator(); entry.increment(error)) entries.push_back(*entry);
+        for (; !error && entry != fs::directory_iterator(); entry.increment(error))
+            if (entry->path().filename().string()[0] != '.') entries.push_back(*entry);
         if (error) inputs_.problems.emplace_back(path.string(), error.message());
         std::sort(entries.begin(), entries.end());
+        return entries;
+    }
+
+    /// Whether it is a folder whose own folders and pictures count.
+    bool is_searched(const fs::directory_entry& entry) const {
         std::error_code ignored;
-        for (const fs::directory_entry& found : entries) {
-            const std::string file_name = found.path().filename().string();
-            if (file_name[0] == '.') continue;
+        return entry.is_directory(ignored) && !entry.is_symlink(ignored) &&
+               !fs::equivalent(entry.path(), search_.beside, ignored);
+    }
+
+    /// @param depth  folders between the one that the user named and the pictures of this one
+    void folder(const fs::path& path, size_t depth) {
+        std::error_code ignored;
+        for (const fs::directory_entry& found : entries_of(path)) {
             if (!found.is_directory(ignored)) {
-                if (is_picture(file_name)) photograph(found.path().string(), depth);
-            } else if (search_.recursive && !found.is_symlink(ignored) &&
-                       !fs::equivalent(found.path(), search_.beside, ignored)) {
+                if (is_picture(found.path().filename().string())) photograph(found.path().string(), depth);
+            } else if (search_.recursive && is_searched(found)) {
                 folder(found.path(), depth + 1);
             }
         }

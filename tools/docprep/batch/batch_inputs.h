@@ -15,7 +15,8 @@ struct BatchInput {
     std::string file;  ///< as the user wrote it, or below a folder or a pattern that the user wrote
     std::filesystem::path
         absolute;  ///< tells photographs apart: its folder has no links, "." or ".." in its path
-    /// How many folders of the path are kept in the name of its results: those below a folder that was searched.
+    /// How many folders of the path are kept in the name of its results: those below a folder that was searched, be it
+    /// by --recursive or by a pattern with "**/".
     size_t depth = 0;
 };
 
@@ -36,8 +37,8 @@ struct InputSearch {
 /// Finds them.
 ///
 /// An argument that is there is a file, or a folder that stands for its pictures: by the endings of their names, and
-/// none that begins with a dot. One that is not is a pattern for glob(3), and where nothing matches a file that is
-/// missing, which whoever reads it will say. "-" stands for the names in `list`, which are files and folders, but no
+/// none that begins with a dot. One that is not is a pattern for glob(3), in which "**/" stands for any number of folders,
+/// none included; and where nothing matches a file that is missing, which whoever reads it will say. "-" stands for the names in `list`, which are files and folders, but no
 /// patterns. What stands behind a symbolic link to a folder is not searched, unless the user has named the link.
 /// @throws Failure when the list cannot be read; std::bad_alloc
 BatchInputs find_inputs(const InputSearch& search, std::FILE* list);

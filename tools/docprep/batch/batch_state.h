@@ -18,6 +18,9 @@ namespace docprep {
 /// The file's name.
 constexpr const char* kBatchState = "docprep.sqlite";
 
+/// The name of the folder that is there while workers of a cluster are at work.
+constexpr const char* kBatchDesk = ".docprep-batch";
+
 enum class BatchStatus {
     kWaiting,  ///< its turn has not come
     kRunning,

@@ -42,7 +42,7 @@ void add_input(CLI::App& app, InputOptions& options) {
 
 Image read_input(const InputOptions& options, LibraryLog& log, Steps& steps, Source& source) {
     Bytes content;
-    steps.run("read", [&] { content = read_file(options.file); });
+    steps.run("read", [&] { content = read_file(options.opened()); });
     if (options.seen) options.seen(content);
     Photo photo;
     if (options.frame_size)

@@ -23,10 +23,13 @@ namespace docprep {
 struct InputOptions {
     std::string file;                   ///< as in read_file
     std::optional<Extents> frame_size;  ///< the file is an NV21 frame of this size
+    std::string path{};  ///< that leads to the file from here, if `file` need not; empty: it does
     /// Takes the file's content before it is decoded.
     std::function<void(const Bytes& content)> seen{};
     /// Takes oddities of the file that cost no pixel; without one they go to standard error.
     std::function<void(const std::string& warning)> warn{};
+
+    const std::string& opened() const { return path.empty() ? file : path; }
 };
 
 /// Declares the options; parsing fills `options`, which must live as long as `app`.

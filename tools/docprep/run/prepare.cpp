@@ -230,7 +230,7 @@ Prepared prepare_into(const std::string& folder, const InputOptions& input, cons
     if (options.timings) files.add(kTimingsFile, timings_json(prepared.report));
     prepared.result = result_json(prepared.report, names);
     files.add(kResultFile, prepared.result);
-    files.publish(input.file);
+    files.publish(input.opened());
     prepared.paths = files.paths();
     return prepared;
 }
