@@ -37,8 +37,7 @@ ORVEX_INLINE Chroma chroma_of(const uint8_t* vu, const Factors* by) {
 }
 
 // kBytes pixels. The definition in 16 bits, with Y = luma - 16 and V, U less 128: each sum is split into a whole part
-// and a remainder that Y's share cannot carry out of the lane; the definition's two clamps are the saturation of
-// narrow().
+// and a remainder that Y's share cannot carry out of the lane. Saturation by narrow() is the definition's two clamps.
 //   R = (596 Y + 817 V) >> 9            = Y + (v_whole + ((84 Y + v_rest) >> 9)),  0 <= v_rest < 512
 //   B = (596 Y + 1033 U) >> 9           = Y + (2 U + ((84 Y + 9 U) >> 9))
 //   G = (1192 Y - 833 V - 400 U) >> 10  = Y + (g_whole + ((168 Y + g_rest) >> 10)), 0 <= g_rest < 2047

@@ -73,8 +73,7 @@ class Spread {
         for (Foot& foot : feet_) foot.place = foot.y * down - foot.x * right;
     }
 
-    /// By insertion: from one angle to the next few feet change sides, and on the way through all angles no two do so
-    /// more than once.
+    /// By insertion: from one angle to the next few feet change sides, and no two do so twice on the way through all.
     void sort_again() {
         for (size_t k = 1; k < feet_.size(); ++k) {
             const Foot foot = feet_[k];
