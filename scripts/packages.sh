@@ -30,6 +30,7 @@ sample_packages="python3-numpy python3-pil fontconfig fonts-dejavu-core fonts-li
 shell_packages="bash zsh fish mandoc"  # what docprep prints for shells and for man is tried in them
 test_packages="libgtest-dev binutils make valgrind $shell_packages $sample_packages python3-jsonschema"
 browser_packages="chromium"
+wasm_packages="emscripten nodejs npm"
 aarch64_packages="g++-aarch64-linux-gnu qemu-user googletest"
 consumer_packages="git dpkg-dev make python3 openjdk-17-jdk-headless"
 bench_packages="libbenchmark-dev libyuv-dev libleptonica-dev libvips-dev libcgal-dev"
