@@ -37,7 +37,7 @@ python_packages="python3-dev pybind11-dev python3-numpy python3-setuptools pytho
 test_packages="libgtest-dev binutils make valgrind $shell_packages $sample_packages $python_packages \
     python3-jsonschema"
 browser_packages="chromium"
-wasm_packages="emscripten"
+wasm_packages="emscripten node-typescript"
 aarch64_packages="g++-aarch64-linux-gnu qemu-user googletest"
 consumer_packages="git dpkg-dev make openjdk-17-jdk-headless python3-venv python3-pip $python_packages"
 bench_packages="libbenchmark-dev libyuv-dev libleptonica-dev libvips-dev libcgal-dev"
