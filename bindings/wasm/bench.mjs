@@ -59,6 +59,10 @@ const calls = {
 };
 console.log(`${cols} x ${rows}, Node ${process.versions.node}`);
 for (const [name, call] of Object.entries(calls)) {
-    const times = [vectors, plain].map((orvex) => least(() => call(orvex)).toFixed(2).padStart(8));
+    const times = [vectors, plain].map((orvex) =>
+        least(() => call(orvex))
+            .toFixed(2)
+            .padStart(8),
+    );
     console.log(name.padEnd(30), ...times);
 }

@@ -37,18 +37,27 @@ test('modules name no folder of the machine that built them', () => {
 test('npm packs it, and an empty folder can install and use it', () => {
     const folder = mkdtempSync(join(tmpdir(), 'orvex-'));
     const run = (...words) =>
-        execFileSync(words[0], words.slice(1), { cwd: folder, encoding: 'utf8', stdio: ['ignore', 'pipe', 'pipe'] });
+        execFileSync(words[0], words.slice(1), {
+            cwd: folder,
+            encoding: 'utf8',
+            stdio: ['ignore', 'pipe', 'pipe'],
+        });
     const quiet = ['--offline', '--no-audit', '--no-fund'];
     try {
         const [{ filename, files }] = JSON.parse(run('npm', 'pack', packageFolder, '--json', ...quiet));
         assert.deepEqual(files.map(({ path }) => path).sort(), readdirSync(packageFolder).sort());
         writeFileSync(join(folder, 'package.json'), '{ "private": true }');
         run('npm', 'install', filename, ...quiet);
-        writeFileSync(join(folder, 'frame.nv21'), gunzipSync(readFileSync(join(project, 'samples/frame_1280x720.nv21.gz'))));
+        writeFileSync(
+            join(folder, 'frame.nv21'),
+            gunzipSync(readFileSync(join(project, 'samples/frame_1280x720.nv21.gz'))),
+        );
         for (const [name, ...words] of [['frame_rows.mjs', 'frame.nv21', '1280', '720'], ['errors.mjs']]) {
             const text = readFileSync(join(project, 'examples/javascript', name), 'utf8');
             writeFileSync(join(folder, name), text);
-            const expected = [...text.matchAll(/^\/\/ prints: (.*)$/gm)].map((match) => `${match[1]}\n`).join('');
+            const expected = [...text.matchAll(/^\/\/ prints: (.*)$/gm)]
+                .map((match) => `${match[1]}\n`)
+                .join('');
             assert.equal(run('node', name, ...words), expected);
         }
     } finally {
@@ -60,9 +69,17 @@ test('the example for a canvas levels what is on it', async () => {
     const folder = mkdtempSync(join(tmpdir(), 'orvex-'));
     try {
         const text = readFileSync(join(project, 'examples/javascript/canvas.mjs'), 'utf8');
-        writeFileSync(join(folder, 'canvas.mjs'), text.replace("'orvex_991'", JSON.stringify(join(packageFolder, 'index.js'))));
+        writeFileSync(
+            join(folder, 'canvas.mjs'),
+            text.replace("'orvex_991'", JSON.stringify(join(packageFolder, 'index.js'))),
+        );
         const { level } = await import(pathToFileURL(join(folder, 'canvas.mjs')));
-        const dark = new Image(500, 700, 3, Uint8Array.from(page().data, (byte) => 255 - byte).reduce(spread, new Uint8Array(500 * 700 * 3)));
+        const dark = new Image(
+            500,
+            700,
+            3,
+            Uint8Array.from(page().data, (byte) => 255 - byte).reduce(spread, new Uint8Array(500 * 700 * 3)),
+        );
         const turned = (await load()).levelPage(dark, -3);
         const canvas = canvasOf(turned);
         level(canvas);
