@@ -10,6 +10,6 @@ trap 'rm -rf "$work"' EXIT
 cd "$work"
 gzip -dc "$frame" > frame.nv21
 "$@" > printed
-sed -n 's,^// prints: ,,p' "$source" > expected
+sed -n 's,^\(//\|#\) prints: ,,p' "$source" > expected
 grep -Fx -f expected printed > found || true
 diff expected found || { cat printed; exit 1; }

@@ -28,9 +28,12 @@ docprep_packages="libjpeg62-turbo-dev libpng-dev libtiff-dev libwebp-dev libdefl
     libcli11-dev nlohmann-json3-dev libsqlite3-dev libxxhash-dev"
 sample_packages="python3-numpy python3-pil fontconfig fonts-dejavu-core fonts-liberation2 fonts-urw-base35"
 shell_packages="bash zsh fish mandoc"  # what docprep prints for shells and for man is tried in them
-test_packages="libgtest-dev binutils make valgrind $shell_packages $sample_packages python3-jsonschema"
+python_packages="python3-dev pybind11-dev python3-numpy python3-setuptools python3-wheel mypy"
+test_packages="libgtest-dev binutils make valgrind $shell_packages $sample_packages $python_packages \
+    python3-jsonschema"
 browser_packages="chromium"
+wasm_packages="emscripten nodejs npm"
 aarch64_packages="g++-aarch64-linux-gnu qemu-user googletest"
-consumer_packages="git dpkg-dev make python3 openjdk-17-jdk-headless"
+consumer_packages="git dpkg-dev make openjdk-17-jdk-headless python3-venv python3-pip $python_packages"
 bench_packages="libbenchmark-dev libyuv-dev libleptonica-dev libvips-dev libcgal-dev"
 reference_packages="doxygen"
