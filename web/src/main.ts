@@ -40,9 +40,8 @@ const stages = new StageList(found('stages'), (wanted) => {
 });
 
 const engine = new Engine({
-  ready({ simd, milliseconds }) {
-    document.body.dataset['simd'] = String(simd);
-    document.body.dataset['ready'] = milliseconds.toFixed(0);
+  ready({ milliseconds }) {
+    performance.measure('library loaded', { start: performance.now() - milliseconds, duration: milliseconds });
   },
   opened(bitmap, again) {
     photo = { name: opening, rows: bitmap.height, cols: bitmap.width };
@@ -79,13 +78,13 @@ function compute(): void {
 let waiting = 0;
 /** Quick runs shall not make the page flicker. */
 function busy(yes: boolean): void {
+  document.body.dataset['settled'] = String(!yes);
   clearTimeout(waiting);
   document.body.classList.remove('busy');
   if (yes) waiting = window.setTimeout(() => document.body.classList.add('busy'), 250);
 }
 
 function done(message: Done): void {
-  busy(false);
   reports = message.reports;
   const map = reports.find((report) => report.id === message.shown)?.map ?? IDENTITY;
   stages.report(reports);
@@ -102,7 +101,7 @@ function done(message: Done): void {
   const failed = reports.find((report) => report.error);
   const words = failed ? `${stageOf(failed.id).title}: ${failed.error!.words} (code ${failed.error!.code}). ` : '';
   status.textContent = words + summaryOf(reports, message.milliseconds);
-  document.body.dataset['done'] = String(Number(document.body.dataset['done'] ?? 0) + 1);
+  busy(false);
 }
 
 function showChoices(): void {

@@ -1,4 +1,5 @@
 /** How docprep levels a page, in as far as it is one turn. */
+import { Image } from 'orvex_991';
 import type { Library, Picture, Size } from './library.js';
 import type { Kind } from './stage.js';
 
@@ -17,7 +18,7 @@ export function printOf(picture: Picture, kind: Kind, library: Library): Picture
   const { rows, cols } = gray;
   const { stddev } = library.meanStdDev(gray);
   // So written, a deviation that is not a number, as nearly constant pictures can have, counts as none.
-  if (!(stddev > 0)) return { rows, cols, channels: 1, data: new Uint8Array(rows * cols) };
+  if (!(stddev > 0)) return new Image(rows, cols, 1);
   const block = Math.max(Math.trunc(Math.min(rows, cols) / BLOCKS_ACROSS_PAGE), LEAST_BLOCK) | 1;
   const contrast = Math.max(CONTRAST_IN_DEVIATIONS * stddev, LEAST_CONTRAST);
   return library.adaptiveThreshold(gray, block, -contrast / stddev, true);

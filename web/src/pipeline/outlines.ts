@@ -2,6 +2,7 @@
  * Points that have the same convex hull as all pixels of something: in each row the first and the last one. A page of
  * 12 megapixels so becomes some thousand points.
  */
+import type { Labels } from 'orvex_991';
 import type { Picture, Point } from './library.js';
 
 export function outlineOf({ rows, cols, data }: Picture): Point[] {
@@ -18,8 +19,8 @@ export function outlineOf({ rows, cols, data }: Picture): Point[] {
   return points;
 }
 
-/** The same for each of the labels 1 .. count of a rows x cols label image. */
-export function outlinesByLabel(labels: Int32Array, count: number, rows: number, cols: number): Point[][] {
+/** The same for each of the labels 1 .. count. */
+export function outlinesByLabel({ rows, cols, data: labels }: Labels, count: number): Point[][] {
   const outlines: Point[][] = Array.from({ length: count }, () => []);
   const first = new Int32Array(count + 1);
   const last = new Int32Array(count + 1);

@@ -1,6 +1,6 @@
 /** Runs the stages over a photograph; what a change does not touch is not computed again. */
 import { combined, IDENTITY, type Affine } from './affine.js';
-import type { Library, Picture } from './library.js';
+import { LibraryError, type Library, type Picture } from './library.js';
 import type { Settings } from './settings.js';
 import type { Facts, Flow, Kind, Measured, Outcome, Overlay, Stage, Values } from './stage.js';
 import { stageOf } from './stages.js';
@@ -107,8 +107,8 @@ export class Pipeline {
     try {
       outcome = stage.run(input, values, this.library);
     } catch (error) {
-      if (!this.library.isLibraryError(error)) throw error;
-      failure = { code: error.code, words: wordsOf(error.message, lines) };
+      if (!(error instanceof LibraryError)) throw error;
+      failure = { code: error.code, words: error.message };
     } finally {
       this.library.onLines = null;
     }
@@ -160,10 +160,4 @@ function handedOn(stage: Stage, input: Flow, outcome: Outcome): Flow {
     letters: outcome.letters ?? (moved ? undefined : input.letters),
     rows: outcome.rows ?? (moved ? undefined : input.rows),
   };
-}
-
-/** The message, or what a failed check has printed behind "D file:line] ". */
-function wordsOf(message: string, lines: readonly string[]): string {
-  const checks = lines.filter((line) => /^[DWE] /.test(line)).map((line) => line.replace(/^[^\]]*\] */, '').trim());
-  return message.trim() || checks.filter((text) => text !== '').join(' ') || 'the library gave no reason';
 }

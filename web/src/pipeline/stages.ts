@@ -1,9 +1,10 @@
 /** The table of stages. Sliders, links, results, C++ and commands are all made from it. */
+import { Image } from 'orvex_991';
 import { betweenCorners, IDENTITY, turned, type Affine } from './affine.js';
 import { levelled, printOf } from './deskew.js';
 import type { Library, Picture, Point, Rect } from './library.js';
 import { outlineOf, outlinesByLabel } from './outlines.js';
-import type { Command, CppNames, Facts, Flow, Overlay, Stage, Values } from './stage.js';
+import type { Command, CppNames, Facts, Flow, Kind, Overlay, Stage, Values } from './stage.js';
 
 const number = (values: Values, name: string): number => Number(values[name]);
 const flag = (values: Values, name: string): boolean => values[name] === true;
@@ -32,9 +33,13 @@ function boxes(rects: readonly Rect[], groups: readonly number[]): Overlay {
 
 const bright = (values: Values): boolean => !flag(values, 'print');
 
-function inverted({ rows, cols, channels, data }: Picture): Picture {
-  return { rows, cols, channels, data: data.map((level) => 255 - level) };
-}
+const inverted = ({ rows, cols, channels, data }: Picture): Picture =>
+  new Image(
+    rows,
+    cols,
+    channels,
+    data.map((level) => 255 - level),
+  );
 
 function binarised(source: Picture, values: Values, library: Library): { picture: Picture; level?: number } {
   switch (values['method']) {
@@ -43,8 +48,8 @@ function binarised(source: Picture, values: Values, library: Library): { picture
       return { picture: library.adaptiveThreshold(source, block, ratio, !bright(values)) };
     }
     case 'otsu': {
-      const { picture, threshold } = library.threshold(source, bright(values) ? 8 : 9);
-      return { picture, level: threshold };
+      const { dst, threshold } = library.threshold(source, 0, 255, bright(values) ? 8 : 8 | 1);
+      return { picture: dst, level: threshold };
     }
     default: {
       const level = number(values, 'level');
@@ -140,8 +145,8 @@ function pointSets(flow: Flow, values: Values, library: Library): Point[][] {
     case 'rows':
       return rowsOf(flow, library).map((row) => row.flatMap(cornersOf));
     case 'components': {
-      const { labels, num } = library.bwlabel(flow.picture);
-      return outlinesByLabel(labels, num, flow.picture.rows, flow.picture.cols)
+      const { dst, num } = library.bwlabel(flow.picture);
+      return outlinesByLabel(dst, num)
         .sort((one, other) => other.length - one.length)
         .slice(0, number(values, 'count'));
     }
@@ -230,7 +235,6 @@ function thinned({ rows, cols, data }: Picture): Picture {
 // ---- The table ----
 
 const soft = (kind: Kind): Kind => (kind === 'binary' ? 'gray' : kind);
-type Kind = Flow['kind'];
 const ONE_CHANNEL: readonly Kind[] = ['gray', 'binary'];
 const ANY: readonly Kind[] = ['colour', 'gray', 'binary'];
 
@@ -464,7 +468,11 @@ export const STAGES: readonly Stage[] = [
     gives: () => 'gray',
     parameters: [],
     histogram: 'output',
-    run: ({ picture }, _, library) => ({ picture: library.saliencyDetect(picture) }),
+    run({ picture }, _, library) {
+      const everywhere = new Image(picture.rows, picture.cols, 1);
+      everywhere.data.fill(255);
+      return { picture: library.saliencyDetect(picture, everywhere).dst };
+    },
     cpp: (_, { picture }) => ({
       lines: [
         'Picture everywhere, salient;',

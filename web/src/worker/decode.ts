@@ -1,5 +1,4 @@
 /** From a file or a camera's frame to pixels. */
-import type { Picture } from '../pipeline/library.js';
 import { cutOff, refusal, tooLarge } from './header.js';
 
 export class Refused extends Error {}
@@ -36,25 +35,4 @@ export function pixelsOf(bitmap: ImageBitmap): ImageData {
   context.fillRect(0, 0, bitmap.width, bitmap.height);
   context.drawImage(bitmap, 0, 0);
   return context.getImageData(0, 0, bitmap.width, bitmap.height);
-}
-
-/** B, G, R of RGBA. */
-export function pictureOf({ data, width, height }: ImageData): Picture {
-  const bgr = new Uint8Array(3 * width * height);
-  for (let from = 0, to = 0; from < data.length; from += 4, to += 3) {
-    bgr[to] = data[from + 2]!;
-    bgr[to + 1] = data[from + 1]!;
-    bgr[to + 2] = data[from]!;
-  }
-  return { rows: height, cols: width, channels: 3, data: bgr };
-}
-
-/** RGBA of a gray or B, G, R picture. */
-export function imageDataOf({ rows, cols, channels, data }: Picture): ImageData {
-  const pixels = new Uint32Array(rows * cols);  // little-endian, as every processor that runs browsers
-  if (channels === 1) for (let k = 0; k < pixels.length; ++k) pixels[k] = 0xff000000 | (data[k]! * 0x010101);
-  else
-    for (let k = 0, at = 0; k < pixels.length; ++k, at += 3)
-      pixels[k] = 0xff000000 | (data[at]! << 16) | (data[at + 1]! << 8) | data[at + 2]!;
-  return new ImageData(new Uint8ClampedArray(pixels.buffer), cols, rows);
 }

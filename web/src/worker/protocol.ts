@@ -10,7 +10,7 @@ export type ToWorker =
   | { readonly type: 'encode' };
 
 export type FromWorker =
-  | { readonly type: 'ready'; readonly simd: boolean; readonly milliseconds: number }
+  | { readonly type: 'ready'; readonly milliseconds: number }
   | { readonly type: 'opened'; readonly photo: number; readonly bitmap: ImageBitmap }
   | { readonly type: 'refused'; readonly photo: number; readonly words: string }
   | {

@@ -1,7 +1,7 @@
 /** Beside the page: decodes, runs the stages, and forgets about runs that a newer one has overtaken. */
+import { Image, load } from 'orvex_991';
 import { Pipeline, type Photograph } from '../pipeline/run.js';
-import { decoded, imageDataOf, pictureOf, pixelsOf, Refused } from './decode.js';
-import { loadLibrary } from './load_library.js';
+import { decoded, pixelsOf, Refused } from './decode.js';
 import type { FromWorker, ToWorker } from './protocol.js';
 
 type Run = Extract<ToWorker, { type: 'run' }>;
@@ -25,8 +25,8 @@ function breathe(): Promise<void> {
   });
 }
 
-const ready = loadLibrary().then(({ library, simd }) => {
-  post({ type: 'ready', simd, milliseconds: performance.now() - began });
+const ready = load().then((library) => {
+  post({ type: 'ready', milliseconds: performance.now() - began });
   return new Pipeline(library, () => performance.now(), breathe);
 });
 
@@ -34,7 +34,7 @@ async function open(photo: number, file: Blob): Promise<void> {
   wanted = null;
   try {
     const bitmap = await decoded(file);
-    photograph = { key: photo, picture: pictureOf(pixelsOf(bitmap)) };
+    photograph = { key: photo, picture: Image.fromImageData(pixelsOf(bitmap)) };
     post({ type: 'opened', photo, bitmap }, [bitmap]);
   } catch (error) {
     if (!(error instanceof Refused)) throw error;
@@ -56,7 +56,7 @@ async function work(): Promise<void> {
     const milliseconds = performance.now() - start;
     const reached = run.show === null || reports.some((report) => report.id === run.show);
     const shown = reached ? run.show : (reports.at(-1)?.id ?? null);
-    shownPixels = imageDataOf(pipeline.pictureAfter(shown, photo));
+    shownPixels = Image.toImageData(pipeline.pictureAfter(shown, photo));
     const bitmap = await createImageBitmap(shownPixels);
     post({ type: 'done', run: run.run, reports, bitmap, shown, milliseconds }, [bitmap]);
   }
