@@ -43,9 +43,8 @@ const engine = new Engine({
   ready({ milliseconds }) {
     performance.measure('library loaded', { start: performance.now() - milliseconds, duration: milliseconds });
   },
-  opened(bitmap, again) {
+  opened(bitmap) {
     photo = { name: opening, rows: bitmap.height, cols: bitmap.width };
-    if (!again) complain('');
     viewer.open(bitmap);
     compute();
   },
@@ -61,6 +60,11 @@ const engine = new Engine({
     busy(false);
   },
 });
+
+function choose(file: Blob, name: string): void {
+  complain('');
+  open(file, name);
+}
 
 function open(file: Blob, name: string): void {
   opening = name;
@@ -88,7 +92,7 @@ function done(message: Done): void {
   reports = message.reports;
   const map = reports.find((report) => report.id === message.shown)?.map ?? IDENTITY;
   stages.report(reports);
-  showFindings(reports);
+  showFindings(photo, reports);
   showOverlayChips();
   viewer.show({ result: message.bitmap, map, reports });
   const title = message.shown === null ? 'Photograph' : stageOf(message.shown).title;
@@ -189,7 +193,9 @@ found('take-commands').onclick = () =>
     name: 'page_of.sh',
   });
 
-listenToSources(open);
+listenToSources(choose);
 readLink();
 showChoices();
-void openSample(open);
+void openSample((file, name) => {
+  if (opening === '') open(file, name);  // a photograph may have been chosen already
+});

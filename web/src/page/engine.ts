@@ -7,8 +7,7 @@ export type Done = Extract<FromWorker, { type: 'done' }>;
 
 export interface Listener {
   ready(message: Ready): void;
-  /** `again`: the same photograph, in a new worker. */
-  opened(bitmap: ImageBitmap, again: boolean): void;
+  opened(bitmap: ImageBitmap): void;
   refused(words: string): void;
   done(message: Done): void;
   /** `resumed`: a new worker does what the old one did not finish. */
@@ -26,7 +25,6 @@ export class Engine {
   private file: Blob | null = null;
   /** Not yet known to be a picture. */
   private opening: Blob | null = null;
-  private restarted = false;
   private encoded: ((blob: Blob) => void) | null = null;
 
   constructor(private readonly listener: Listener) {
@@ -35,7 +33,6 @@ export class Engine {
 
   open(file: Blob): void {
     this.breaks = 0;
-    this.restarted = false;
     this.worker ??= this.started();
     this.reopen(file);
   }
@@ -85,7 +82,7 @@ export class Engine {
         if (message.photo !== this.photo) break;
         this.file = this.opening;
         this.opening = null;
-        this.listener.opened(message.bitmap, this.restarted);
+        this.listener.opened(message.bitmap);
         break;
       case 'refused':
         if (message.photo !== this.photo) break;
@@ -95,8 +92,7 @@ export class Engine {
       case 'done':
         if (message.run !== this.run) break;
         this.breaks = 0;
-        this.restarted = false;
-        this.listener.done(message);
+            this.listener.done(message);
         break;
       case 'encoded':
         this.encoded?.(message.blob);
@@ -110,7 +106,6 @@ export class Engine {
   private restart(words: string): void {
     this.worker?.terminate();
     this.worker = null;
-    this.restarted = true;
     this.breaks += 1;
     const resumed = this.breaks <= MOST_RESTARTS;
     this.listener.broken(words, resumed);

@@ -1,4 +1,5 @@
 /** The column of what was measured: numbers, gray levels, times, and the library's lines. */
+import type { Photo } from '../pipeline/exports.js';
 import type { Histogram, StageReport } from '../pipeline/run.js';
 import { stageOf } from '../pipeline/stages.js';
 import { drawn, found, made } from './dom.js';
@@ -6,22 +7,28 @@ import { drawn, found, made } from './dom.js';
 const WIDTH = 256;
 const HEIGHT = 96;
 
-export function showFindings(reports: readonly StageReport[]): void {
-  showMeasured(reports);
+/** What a stage counts. */
+const SUMMED_UP: Record<string, string> = { components: 'letters', rows: 'rows', hull: 'hulls' };
+
+export function showFindings(photo: Photo, reports: readonly StageReport[]): void {
+  showMeasured(photo, reports);
   showHistogram(reports.findLast((report) => report.histogram)?.histogram);
   showTimes(reports);
   showLines(reports);
 }
 
-function showMeasured(reports: readonly StageReport[]): void {
+function showMeasured(photo: Photo, reports: readonly StageReport[]): void {
+  const last = reports.at(-1) ?? photo;
+  const sizes = [
+    ['Photograph', `${photo.cols} × ${photo.rows}`],
+    ['Result', `${last.cols} × ${last.rows}`],
+  ] as const;
   const entries = reports.flatMap((report) => [
     ...report.measured.map(({ label, text }) => [label, text] as const),
     ...(report.nothing ? [[stageOf(report.id).title, 'none'] as const] : []),
   ]);
-  const last = reports.at(-1);
-  if (last) entries.unshift(['Picture', `${last.cols} × ${last.rows}`]);
   found('measured').replaceChildren(
-    ...entries.map(([label, text]) => made('div', {}, made('dt', {}, label), made('dd', {}, text))),
+    ...[...sizes, ...entries].map(([label, text]) => made('div', {}, made('dt', {}, label), made('dd', {}, text))),
   );
 }
 
@@ -68,8 +75,10 @@ function showLines(reports: readonly StageReport[]): void {
   found('console').textContent = lines.length > 0 ? lines.join('\n') : 'Nothing printed.';
 }
 
-/** One sentence for those who do not see the picture. */
+/** In short, also for those who do not see the picture. */
 export function summaryOf(reports: readonly StageReport[], milliseconds: number): string {
-  const numbers = reports.flatMap((report) => report.measured.map(({ label, text }) => `${label} ${text}`));
-  return [...numbers, `${Math.round(milliseconds)} ms`].join(' · ');
+  const numbers = reports
+    .filter((report) => SUMMED_UP[report.id] && !report.error)
+    .map((report) => `${report.measured.at(-1)?.text ?? '0'} ${SUMMED_UP[report.id]}`);
+  return [...numbers.reverse(), `${Math.round(milliseconds)} ms`].join(' · ');
 }

@@ -7,6 +7,9 @@ import { COLOUR_COUNT, colourOf } from './palette.js';
 
 const SEAL = [229, 40, 60, 150] as const;
 
+/** On a smaller scale the letters' boxes would hide the letters of a row. */
+const LEAST_FOR_LETTERS = 0.4;
+
 /** Masks become pictures once; they are the worker's, so the same object means the same mask. */
 const masks = new WeakMap<object, OffscreenCanvas>();
 
@@ -92,6 +95,9 @@ export function paintOverlays(
   for (const report of visible) {
     if (rows && report.id === 'components') continue;  // rows draw the same boxes in their own colours
     const map = combined(view, combined(shown, inverse(report.map)));
-    report.overlays.forEach((overlay, index) => paint(context, overlay, map, index > 0));
+    report.overlays.forEach((overlay, index) => {
+      const bold = index > 0;
+      if (bold || report.overlays.length === 1 || view[0] >= LEAST_FOR_LETTERS) paint(context, overlay, map, bold);
+    });
   }
 }

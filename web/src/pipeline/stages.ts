@@ -21,10 +21,6 @@ const MORPHOLOGIES = ['dilate', 'erode', 'open', 'close'];
 const makes = (operation: string, ...options: string[]): Command => ({ operation, options, makesPicture: true });
 const prints = (operation: string, ...options: string[]): Command => ({ operation, options, makesPicture: false });
 
-function counted(count: number, one: string, many: string): string {
-  return `${count.toLocaleString('en')} ${count === 1 ? one : many}`;
-}
-
 function boxes(rects: readonly Rect[], groups: readonly number[]): Overlay {
   return { type: 'boxes', boxes: rects.slice(0, MOST_DRAWN), groups: groups.slice(0, MOST_DRAWN) };
 }
@@ -33,13 +29,18 @@ function boxes(rects: readonly Rect[], groups: readonly number[]): Overlay {
 
 const bright = (values: Values): boolean => !flag(values, 'print');
 
-const inverted = ({ rows, cols, channels, data }: Picture): Picture =>
-  new Image(
-    rows,
-    cols,
-    channels,
-    data.map((level) => 255 - level),
-  );
+function inverted({ rows, cols, channels, data }: Picture): Picture {
+  const image = new Image(rows, cols, channels);
+  for (let k = 0; k < data.length; ++k) image.data[k] = 255 - data[k]!;
+  return image;
+}
+
+/** docprep has no command that only swaps; of a picture with both levels this one does. */
+function swap(facts: Facts): Command {
+  const whole = 2 * Math.max(Number(facts['rows']), Number(facts['cols'])) + 1;
+  const comment = 'Swaps 0 and 255: what is not above the mean of the whole picture becomes 255.';
+  return { ...makes('adaptiveThreshold', `--block-size ${whole}`, '--inverse'), comment };
+}
 
 function binarised(source: Picture, values: Values, library: Library): { picture: Picture; level?: number } {
   switch (values['method']) {
@@ -98,10 +99,7 @@ function binariseCommands(values: Values, facts: Facts): Command[] {
       return [makes('threshold', `--type ${bright(values) ? 8 : 9}`)];
     default: {
       const cut = makes('thresholdSeg', `--threshold ${number(values, 'level')}`);
-      if (bright(values)) return [cut];
-      const whole = 2 * Math.max(Number(facts['rows']), Number(facts['cols'])) + 1;
-      const comment = 'Swaps 0 and 255: what is not above the mean of the whole picture becomes 255.';
-      return [cut, { ...makes('adaptiveThreshold', `--block-size ${whole}`, '--inverse'), comment }];
+      return bright(values) ? [cut] : [cut, swap(facts)];
     }
   }
 }
@@ -254,7 +252,7 @@ export const STAGES: readonly Stage[] = [
       const share = (100 * pixels) / (mask.rows * mask.cols);
       return {
         facts: { pixels },
-        measured: [{ label: 'Seals', text: pixels === 0 ? 'none' : `${share.toFixed(1)} % of the picture` }],
+        measured: [{ label: 'Seals', text: pixels === 0 ? 'none' : `${share.toFixed(1)} % of it` }],
         overlays: pixels === 0 ? [] : [{ type: 'mask', mask: thinned(mask), cols: mask.cols, rows: mask.rows }],
       };
     },
@@ -324,7 +322,6 @@ export const STAGES: readonly Stage[] = [
       return {
         picture: scaled,
         map: [scaled.cols / picture.cols, 0, 0, 0, scaled.rows / picture.rows, 0],
-        measured: [{ label: 'Size', text: `${scaled.cols} × ${scaled.rows}` }],
       };
     },
     cpp: (values, { picture }) => ({
@@ -652,7 +649,7 @@ export const STAGES: readonly Stage[] = [
       return {
         rows,
         facts: { rows },
-        measured: [{ label: 'Rows', text: counted(rows.length, 'row', 'rows') }],
+        measured: [{ label: 'Rows', text: rows.length.toLocaleString('en') }],
         overlays: [
           boxes(
             letters,
@@ -711,7 +708,7 @@ export const STAGES: readonly Stage[] = [
       const groups = sets.map((_, index) => index);
       return {
         facts: { hulls, rectangles: rects },
-        measured: [{ label: 'Hulls', text: counted(hulls.length, 'hull', 'hulls') }],
+        measured: [{ label: 'Hulls', text: hulls.length.toLocaleString('en') }],
         overlays: [
           { type: 'outlines', outlines: rects.map((rect) => rect.pts), groups },
           { type: 'outlines', outlines: hulls, groups },
@@ -720,6 +717,18 @@ export const STAGES: readonly Stage[] = [
     },
     cpp: (values, names) => ({ lines: hullLines(values, names) }),
     commands: () => [prints('convexHull'), prints('minAreaRect')],
+  },
+  {
+    id: 'page',
+    title: 'Ink on paper',
+    about: 'Swaps 0 and 255, so that print is black and paper white.',
+    on: true,
+    accepts: ['binary'],
+    after: ['components', 'rows', 'hull'],
+    parameters: [],
+    run: ({ picture }) => ({ picture: inverted(picture), facts: { rows: picture.rows, cols: picture.cols } }),
+    cpp: (_, { picture }) => ({ lines: [`Picture page = ${picture};`, '~page;'], picture: 'page' }),
+    commands: (_, facts) => [swap(facts)],
   },
 ];
 
