@@ -409,12 +409,11 @@ export const STAGES: readonly Stage[] = [
       {
         type: 'slider',
         name: 'angle',
-        label: 'Anticlockwise',
+        label: 'Degrees',
         least: -15,
         most: 15,
         step: 0.1,
         initial: 0,
-        unit: '°',
         when: (values) => values['how'] === 'given',
       },
     ],

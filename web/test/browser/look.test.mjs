@@ -38,7 +38,10 @@ function beyond(page) {
       return width > 1 && (right > innerWidth + 0.5 || left < -0.5) && !scrolls(element);
     });
     const cut = [...document.querySelectorAll('button, h1, h2, dt, dd, label')].filter(
-      (element) => element.scrollWidth > element.clientWidth + 1 && getComputedStyle(element).display !== 'inline',
+      (element) =>
+        element.scrollWidth > element.clientWidth + 1 &&
+        element.clientWidth > 1 &&
+        getComputedStyle(element).display !== 'inline',
     );
     return [document.documentElement.scrollWidth > innerWidth ? ['the page'] : [], wide, cut]
       .flat()

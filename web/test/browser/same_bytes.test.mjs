@@ -23,7 +23,7 @@ const SETTINGS = {
 
 /** Reads a PPM of a photograph, writes the page as PPM or PGM. */
 const MAIN = `
-#include <cstring>
+#include <utility>
 #include "page_of.cpp"
 int main() {
     int cols = 0, rows = 0;
@@ -48,7 +48,7 @@ let site;
 let browser;
 
 before(async () => {
-  docprep('op', 'resize-scale', SAMPLE, '--scale', '0.4', '-o', join(files, 'photo.png'));
+  docprep('op', 'resize-scale', SAMPLE, '--scale', '0.25', '-o', join(files, 'photo.png'));
   [site, browser] = [await served(), await launched()];
 });
 after(async () => {
@@ -56,34 +56,52 @@ after(async () => {
   await site.close();
 });
 
-/** The canvas at one pixel to one, without original and overlays. @param {Page} page */
+/** @typedef {{ cols: number, rows: number, digest: string }} Seen  RGBA, by their SHA-256 */
+
+/**
+ * The canvas at one pixel to one, without original and overlays: what lies in its middle, to a pixel.
+ * @param {Page} page @returns {Promise<Seen[]>}
+ */
 async function canvasPixels(page) {
   await page.click('#exact');
   await page.focus('#divider');
   await page.keyboard.press('Home');
-  for (const chip of await page.locator('.chip[aria-pressed=true]').all()) await chip.click();
+  const chips = page.locator('.chip[aria-pressed=true]');
+  while ((await chips.count()) > 0) await chips.first().click();
   await page.evaluate(() => new Promise((resolve) => requestAnimationFrame(() => requestAnimationFrame(resolve))));
   return page.evaluate(async () => {
     const canvas = /** @type {HTMLCanvasElement} */ (document.getElementById('canvas'));
     const words = /, (\d+) by (\d+) pixels/.exec(canvas.getAttribute('aria-label') ?? '');
     const [cols, rows] = [Number(words?.[1]), Number(words?.[2])];
-    const all = /** @type {CanvasRenderingContext2D} */ (canvas.getContext('2d')).getImageData(0, 0, canvas.width, canvas.height);
-    const left = Math.round((canvas.width - cols) / 2);
-    const top = Math.round((canvas.height - rows) / 2);
-    return { cols, rows, left, top, inside: cols <= canvas.width && rows <= canvas.height, width: all.width, rgba: Array.from(all.data) };
+    const context = /** @type {CanvasRenderingContext2D} */ (canvas.getContext('2d'));
+    const [left, top] = [Math.floor((canvas.width - cols) / 2) - 1, Math.floor((canvas.height - rows) / 2) - 1];
+    const { data, width } = context.getImageData(left, top, cols + 2, rows + 2);
+    const seen = [];
+    for (const x of [0, 1, 2])
+      for (const y of [0, 1, 2]) {
+        const part = new Uint8Array(4 * cols * rows);
+        for (let row = 0; row < rows; ++row) {
+          const at = 4 * ((row + y) * width + x);
+          part.set(data.subarray(at, at + 4 * cols), 4 * row * cols);
+        }
+        const hash = new Uint8Array(await crypto.subtle.digest('SHA-256', part));
+        seen.push({ cols, rows, digest: hash.join() });
+      }
+    return seen;
   });
 }
 
-/** RGBA of a PNG, decoded by the browser. @param {Page} page @param {Buffer} png */
+/** A PNG, decoded by the browser. @param {Page} page @param {Buffer} png @returns {Promise<Seen>} */
 function decoded(page, png) {
   return page.evaluate(async (text) => {
     const bytes = Uint8Array.from(atob(text), (letter) => letter.charCodeAt(0));
     const bitmap = await createImageBitmap(new Blob([bytes]), { colorSpaceConversion: 'none' });
-    const canvas = new OffscreenCanvas(bitmap.width, bitmap.height);
-    const context = /** @type {OffscreenCanvasRenderingContext2D} */ (canvas.getContext('2d'));
+    const { width: cols, height: rows } = bitmap;
+    const context = /** @type {OffscreenCanvasRenderingContext2D} */ (new OffscreenCanvas(cols, rows).getContext('2d'));
     context.drawImage(bitmap, 0, 0);
-    const { data } = context.getImageData(0, 0, bitmap.width, bitmap.height);
-    return { cols: bitmap.width, rows: bitmap.height, rgba: Array.from(data) };
+    const { data } = context.getImageData(0, 0, cols, rows);
+    const hash = new Uint8Array(await crypto.subtle.digest('SHA-256', data));
+    return { cols, rows, digest: hash.join() };
   }, png.toString('base64'));
 }
 
@@ -115,17 +133,9 @@ for (const [name, hash] of Object.entries(SETTINGS))
     const last = readdirSync(work).filter((entry) => /^\d\d_(?!seal)/.test(entry)).sort().at(-1);
     const wanted = await decoded(page, readFileSync(join(work, String(last))));
 
-    const picture = await decoded(page, await saved(page, '#take-picture'));
-    assert.deepEqual([picture.cols, picture.rows], [wanted.cols, wanted.rows]);
-    assert.ok(Buffer.from(picture.rgba).equals(Buffer.from(wanted.rgba)), 'the saved picture');
-
+    assert.deepEqual(await decoded(page, await saved(page, '#take-picture')), wanted, 'the saved picture');
     const seen = await canvasPixels(page);
-    assert.ok(seen.inside, 'the test looks at pictures that the window holds');
-    for (let row = 0; row < wanted.rows; ++row) {
-      const at = 4 * ((seen.top + row) * seen.width + seen.left);
-      const line = Buffer.from(seen.rgba.slice(at, at + 4 * wanted.cols));
-      assert.ok(line.equals(Buffer.from(wanted.rgba.slice(4 * row * wanted.cols, 4 * (row + 1) * wanted.cols))), `canvas, row ${row}`);
-    }
+    assert.ok(seen.some(({ digest }) => digest === wanted.digest), 'the canvas');
 
     writeFileSync(join(work, 'page_of.cpp'), await sheetText(page, '#take-cpp'));
     writeFileSync(join(work, 'main.cpp'), MAIN);
@@ -133,11 +143,10 @@ for (const [name, hash] of Object.entries(SETTINGS))
     docprep('resize', join(work, 'photo.png'), '--factor', '1', '-o', join(work, 'photo.ppm'));
     shell('./page_of < photo.ppm > lines.txt', work);
     docprep('resize', join(work, 'page.pnm'), '--factor', '1', '-o', join(work, 'page.png'));
-    const made = await decoded(page, readFileSync(join(work, 'page.png')));
-    assert.ok(Buffer.from(made.rgba).equals(Buffer.from(wanted.rgba)), 'the C++ program');
+    assert.deepEqual(await decoded(page, readFileSync(join(work, 'page.png'))), wanted, 'the C++ program');
 
     const json = JSON.parse((await saved(page, '#take-json')).toString());
-    assert.deepEqual(json.photo, { name: 'photo.png', rows: 480, cols: 640 });
+    assert.deepEqual(json.photo, { name: 'photo.png', rows: 300, cols: 400 });
     assert.deepEqual(complaints, []);
     await context.close();
   });
