@@ -23,6 +23,11 @@ need_packages() {
         --no-install-recommends $missing >/dev/null
 }
 
+# Node from elsewhere brings its own npm, beside which Debian's cannot be installed.
+need_node() {
+    command -v node >/dev/null && command -v npm >/dev/null || need_packages nodejs npm
+}
+
 build_packages="g++ cmake ninja-build pkg-config"
 docprep_packages="libjpeg62-turbo-dev libpng-dev libtiff-dev libwebp-dev libdeflate-dev zlib1g-dev libexif-dev \
     libcli11-dev nlohmann-json3-dev libsqlite3-dev libxxhash-dev"
@@ -32,7 +37,7 @@ python_packages="python3-dev pybind11-dev python3-numpy python3-setuptools pytho
 test_packages="libgtest-dev binutils make valgrind $shell_packages $sample_packages $python_packages \
     python3-jsonschema"
 browser_packages="chromium"
-wasm_packages="emscripten nodejs npm"
+wasm_packages="emscripten node-typescript"
 aarch64_packages="g++-aarch64-linux-gnu qemu-user googletest"
 consumer_packages="git dpkg-dev make openjdk-17-jdk-headless python3-venv python3-pip $python_packages"
 bench_packages="libbenchmark-dev libyuv-dev libleptonica-dev libvips-dev libcgal-dev"

@@ -21,7 +21,10 @@ ORVEX_EXPORT(int) estimateSkew(const U8* binary) {
 }
 
 ORVEX_EXPORT(int) levelPage(const U8* src, U8* dst, double degrees) {
-    return code_of([=] { *dst = docprep::deskewed_on_white(*src, docprep::plan_deskew(*src, degrees)); });
+    return code_of([=] {
+        const docprep::Deskew level = docprep::plan_deskew(*src, degrees);
+        *dst = level.none() ? *src : docprep::deskewed_on_white(*src, level);
+    });
 }
 
 }  // namespace orvex_wasm

@@ -25,6 +25,7 @@ agrees "the vcpkg port" \
     "$(first "$source/packaging/vcpkg/orvex-991/vcpkg.json" '^ *"version-semver": "\(.*\)",$')"
 agrees "the Conan recipe" "$("$source/tests/package/conan_recipe" version "$source/packaging/conan")"
 agrees "the Python package" "$(cd "$source" && /usr/bin/python3 setup.py --version)"
+agrees "the npm package" "$(first "$source/bindings/wasm/package/package.json" '^ *"version": "\(.*\)",$')"
 [ -z "$docprep" ] || agrees "docprep --version" "$("$docprep" --version)" "docprep $version"
 
 # Above the newest release the changelog may have a heading for what is not released.

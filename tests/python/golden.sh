@@ -6,5 +6,5 @@ set -eu
 counts=$(mktemp)
 trap 'rm -f "$counts"' EXIT
 "$1/compare.sh" "$1/digests.txt" "$2" 2> "$counts" || { cat "$counts" >&2; exit 1; }
-expected="11279 calls through Python, 717 beyond it"
+expected="11279 calls through the binding, 717 beyond it"
 [ "$(cat "$counts")" = "$expected" ] || { cat "$counts"; echo "expected: $expected"; exit 1; }

@@ -200,7 +200,7 @@ function checkedImage(value, name) {
     }
     const bytes = rows * cols * channels;
     if (rows * cols > MOST_BYTES || bytes > MOST_BYTES) {
-        throw new RangeError(`${name} has ${bytes} bytes: no image has more than ${MOST_BYTES}`);
+        throw new RangeError(`${name} of ${rows} x ${cols} x ${channels} is larger than any image of the library`);
     }
     if (data.length !== bytes) {
         throw new RangeError(`${name} of ${rows} x ${cols} x ${channels} needs ${bytes} bytes of data, not ${data.length}`);

@@ -1,14 +1,14 @@
-// Included before each source of the golden cases, so that what they call CImgproc goes through the Python package:
-// arguments become numpy arrays and tuples, and results, errors and printed lines come back from there.
-#ifndef ORVEX_TESTS_PYTHON_GOLDEN_CALLS_H
-#define ORVEX_TESTS_PYTHON_GOLDEN_CALLS_H
+// Included before each source of the golden cases, so that what they call CImgproc goes through another language's
+// package: arguments become its values, and results, errors and printed lines come back from there.
+#ifndef ORVEX_TESTS_GOLDEN_BOUND_CALLS_H
+#define ORVEX_TESTS_GOLDEN_BOUND_CALLS_H
 
 #include "cv_imgproc.h"
 
 namespace orvex_cv_991 {
 
 /// The functions of CImgproc.
-class PythonCalls {
+class BoundCalls {
  public:
     using U8 = CImgproc::U8;
 
@@ -71,8 +71,8 @@ class PythonCalls {
 
 }  // namespace orvex_cv_991
 
-#ifndef ORVEX_GOLDEN_CALLS_OF_BOTH
-#define CImgproc PythonCalls
+#ifndef ORVEX_BOUND_CALLS_OF_BOTH
+#define CImgproc BoundCalls
 #endif
 
-#endif  // ORVEX_TESTS_PYTHON_GOLDEN_CALLS_H
+#endif  // ORVEX_TESTS_GOLDEN_BOUND_CALLS_H
