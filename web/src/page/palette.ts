@@ -4,5 +4,5 @@ const COLOURS = ['#e5484d', '#3b82f6', '#16a34a', '#f59e0b', '#a855f7', '#06b6d4
 export const COLOUR_COUNT = COLOURS.length;
 
 export function colourOf(group: number): string {
-  return COLOURS[group % COLOURS.length]!;
+    return COLOURS[group % COLOURS.length]!;
 }

@@ -18,11 +18,19 @@ const MOST_DRAWN = 20000;
 
 const MORPHOLOGIES = ['dilate', 'erode', 'open', 'close'];
 
-const makes = (operation: string, ...options: string[]): Command => ({ operation, options, makesPicture: true });
-const prints = (operation: string, ...options: string[]): Command => ({ operation, options, makesPicture: false });
+const makes = (operation: string, ...options: string[]): Command => ({
+    operation,
+    options,
+    makesPicture: true,
+});
+const prints = (operation: string, ...options: string[]): Command => ({
+    operation,
+    options,
+    makesPicture: false,
+});
 
 function boxes(rects: readonly Rect[], groups: readonly number[]): Overlay {
-  return { type: 'boxes', boxes: rects.slice(0, MOST_DRAWN), groups: groups.slice(0, MOST_DRAWN) };
+    return { type: 'boxes', boxes: rects.slice(0, MOST_DRAWN), groups: groups.slice(0, MOST_DRAWN) };
 }
 
 // ---- Binarising ----
@@ -30,78 +38,78 @@ function boxes(rects: readonly Rect[], groups: readonly number[]): Overlay {
 const bright = (values: Values): boolean => !flag(values, 'print');
 
 function inverted({ rows, cols, channels, data }: Picture): Picture {
-  const image = new Image(rows, cols, channels);
-  for (let k = 0; k < data.length; ++k) image.data[k] = 255 - data[k]!;
-  return image;
+    const image = new Image(rows, cols, channels);
+    for (let k = 0; k < data.length; ++k) image.data[k] = 255 - data[k]!;
+    return image;
 }
 
 /** docprep has no command that only swaps; of a picture with both levels this one does. */
 function swap(facts: Facts): Command {
-  const whole = 2 * Math.max(Number(facts['rows']), Number(facts['cols'])) + 1;
-  const comment = 'Swaps 0 and 255: what is not above the mean of the whole picture becomes 255.';
-  return { ...makes('adaptiveThreshold', `--block-size ${whole}`, '--inverse'), comment };
+    const whole = 2 * Math.max(Number(facts['rows']), Number(facts['cols'])) + 1;
+    const comment = 'Swaps 0 and 255: what is not above the mean of the whole picture becomes 255.';
+    return { ...makes('adaptiveThreshold', `--block-size ${whole}`, '--inverse'), comment };
 }
 
 function binarised(source: Picture, values: Values, library: Library): { picture: Picture; level?: number } {
-  switch (values['method']) {
-    case 'adaptive': {
-      const [block, ratio] = [number(values, 'block'), number(values, 'ratio')];
-      return { picture: library.adaptiveThreshold(source, block, ratio, !bright(values)) };
+    switch (values['method']) {
+        case 'adaptive': {
+            const [block, ratio] = [number(values, 'block'), number(values, 'ratio')];
+            return { picture: library.adaptiveThreshold(source, block, ratio, !bright(values)) };
+        }
+        case 'otsu': {
+            const { dst, threshold } = library.threshold(source, 0, 255, bright(values) ? 8 : 8 | 1);
+            return { picture: dst, level: threshold };
+        }
+        default: {
+            const level = number(values, 'level');
+            const picture = library.thresholdSeg(source, level);
+            return { picture: bright(values) ? picture : inverted(picture), level };
+        }
     }
-    case 'otsu': {
-      const { dst, threshold } = library.threshold(source, 0, 255, bright(values) ? 8 : 8 | 1);
-      return { picture: dst, level: threshold };
-    }
-    default: {
-      const level = number(values, 'level');
-      const picture = library.thresholdSeg(source, level);
-      return { picture: bright(values) ? picture : inverted(picture), level };
-    }
-  }
 }
 
 function binariseLines(values: Values, { picture }: CppNames): string[] {
-  switch (values['method']) {
-    case 'adaptive': {
-      const ratio = number(values, 'ratio');
-      return [
-        'Picture binary;',
-        `CImgproc::adaptiveThreshold(${picture}, binary, ${number(values, 'block')}, ${ratio}, ${!bright(values)});`,
-      ];
+    switch (values['method']) {
+        case 'adaptive': {
+            const ratio = number(values, 'ratio');
+            return [
+                'Picture binary;',
+                `CImgproc::adaptiveThreshold(${picture}, binary, ${number(values, 'block')}, ${ratio}, ${!bright(values)});`,
+            ];
+        }
+        case 'otsu':
+            return [
+                'Picture binary;',
+                `const int level = CImgproc::threshold(${picture}, binary, 0, 255, ${bright(values) ? '8' : '8 | 1'}, {});`,
+                'std::printf("threshold %d\\n", level);',
+            ];
+        default:
+            return [
+                'Picture binary;',
+                `CImgproc::thresholdSeg(${picture}, binary, ${number(values, 'level')});`,
+                ...(bright(values) ? [] : ['~binary;']),
+            ];
     }
-    case 'otsu':
-      return [
-        'Picture binary;',
-        `const int level = CImgproc::threshold(${picture}, binary, 0, 255, ${bright(values) ? '8' : '8 | 1'}, {});`,
-        'std::printf("threshold %d\\n", level);',
-      ];
-    default:
-      return [
-        'Picture binary;',
-        `CImgproc::thresholdSeg(${picture}, binary, ${number(values, 'level')});`,
-        ...(bright(values) ? [] : ['~binary;']),
-      ];
-  }
 }
 
 function binariseCommands(values: Values, facts: Facts): Command[] {
-  switch (values['method']) {
-    case 'adaptive':
-      return [
-        makes(
-          'adaptiveThreshold',
-          `--block-size ${number(values, 'block')}`,
-          `--std-ratio ${number(values, 'ratio')}`,
-          ...(bright(values) ? [] : ['--inverse']),
-        ),
-      ];
-    case 'otsu':
-      return [makes('threshold', `--type ${bright(values) ? 8 : 9}`)];
-    default: {
-      const cut = makes('thresholdSeg', `--threshold ${number(values, 'level')}`);
-      return bright(values) ? [cut] : [cut, swap(facts)];
+    switch (values['method']) {
+        case 'adaptive':
+            return [
+                makes(
+                    'adaptiveThreshold',
+                    `--block-size ${number(values, 'block')}`,
+                    `--std-ratio ${number(values, 'ratio')}`,
+                    ...(bright(values) ? [] : ['--inverse']),
+                ),
+            ];
+        case 'otsu':
+            return [makes('threshold', `--type ${bright(values) ? 8 : 9}`)];
+        default: {
+            const cut = makes('thresholdSeg', `--threshold ${number(values, 'level')}`);
+            return bright(values) ? [cut] : [cut, swap(facts)];
+        }
     }
-  }
 }
 
 // ---- Components and rows ----
@@ -109,110 +117,110 @@ function binariseCommands(values: Values, facts: Facts): Command[] {
 const tallest = (rows: number, values: Values): number => Math.floor((rows * number(values, 'most')) / 100);
 
 function letterFacts({ picture }: Flow, values: Values): { least: number; most: number } {
-  return { least: number(values, 'least'), most: tallest(picture.rows, values) };
+    return { least: number(values, 'least'), most: tallest(picture.rows, values) };
 }
 
 function around(rects: readonly Rect[]): Rect {
-  const x = Math.min(...rects.map((rect) => rect.x));
-  const y = Math.min(...rects.map((rect) => rect.y));
-  const right = Math.max(...rects.map((rect) => rect.x + rect.width));
-  const bottom = Math.max(...rects.map((rect) => rect.y + rect.height));
-  return { x, y, width: right - x, height: bottom - y };
+    const x = Math.min(...rects.map((rect) => rect.x));
+    const y = Math.min(...rects.map((rect) => rect.y));
+    const right = Math.max(...rects.map((rect) => rect.x + rect.width));
+    const bottom = Math.max(...rects.map((rect) => rect.y + rect.height));
+    return { x, y, width: right - x, height: bottom - y };
 }
 
 function cornersOf({ x, y, width, height }: Rect): Point[] {
-  const [right, bottom] = [x + width - 1, y + height - 1];
-  return [
-    { x, y },
-    { x: right, y },
-    { x, y: bottom },
-    { x: right, y: bottom },
-  ];
+    const [right, bottom] = [x + width - 1, y + height - 1];
+    return [
+        { x, y },
+        { x: right, y },
+        { x, y: bottom },
+        { x: right, y: bottom },
+    ];
 }
 
 const lettersOf = (flow: Flow, library: Library): readonly Rect[] =>
-  flow.letters ?? library.connectdComponent(flow.picture);
+    flow.letters ?? library.connectdComponent(flow.picture);
 
 const rowsOf = (flow: Flow, library: Library): readonly (readonly Rect[])[] =>
-  flow.rows ?? library.divideComponentsToRows(lettersOf(flow, library));
+    flow.rows ?? library.divideComponentsToRows(lettersOf(flow, library));
 
 // ---- Hulls ----
 
 function pointSets(flow: Flow, values: Values, library: Library): Point[][] {
-  switch (values['of']) {
-    case 'rows':
-      return rowsOf(flow, library).map((row) => row.flatMap(cornersOf));
-    case 'components': {
-      const { dst, num } = library.bwlabel(flow.picture);
-      return outlinesByLabel(dst, num)
-        .sort((one, other) => other.length - one.length)
-        .slice(0, number(values, 'count'));
+    switch (values['of']) {
+        case 'rows':
+            return rowsOf(flow, library).map((row) => row.flatMap(cornersOf));
+        case 'components': {
+            const { dst, num } = library.bwlabel(flow.picture);
+            return outlinesByLabel(dst, num)
+                .sort((one, other) => other.length - one.length)
+                .slice(0, number(values, 'count'));
+        }
+        default:
+            return [outlineOf(flow.picture)];
     }
-    default:
-      return [outlineOf(flow.picture)];
-  }
 }
 
 const HULL_LINES = [
-  'orvex_991::vector<Point> hull;',
-  'CImgproc::convexHull(points, hull);',
-  'const RotatedRect rect = CImgproc::minAreaRect(points);',
-  'std::printf("hull of %d corners, rectangle %d x %d\\n", hull.size(), rect.width, rect.height);',
+    'orvex_991::vector<Point> hull;',
+    'CImgproc::convexHull(points, hull);',
+    'const RotatedRect rect = CImgproc::minAreaRect(points);',
+    'std::printf("hull of %d corners, rectangle %d x %d\\n", hull.size(), rect.width, rect.height);',
 ];
 
 const indented = (lines: readonly string[]): string[] => lines.map((line) => `    ${line}`);
 
 function lettersLines(names: CppNames): { lines: string[]; letters: string } {
-  if (names.letters) return { lines: [], letters: names.letters };
-  return {
-    lines: ['Rects letters;', `CImgproc::connectdComponent(${names.picture}, letters, nullptr);`],
-    letters: 'letters',
-  };
+    if (names.letters) return { lines: [], letters: names.letters };
+    return {
+        lines: ['Rects letters;', `CImgproc::connectdComponent(${names.picture}, letters, nullptr);`],
+        letters: 'letters',
+    };
 }
 
 function rowsLines(names: CppNames): { lines: string[]; letters: string; rows: string } {
-  const { lines, letters } = lettersLines(names);
-  if (names.rows) return { lines, letters, rows: names.rows };
-  const grouped = ['orvex_991::vector<Rects> rows;', `CImgproc::divideComponentsToRows(${letters}, rows);`];
-  return { lines: [...lines, ...grouped], letters, rows: 'rows' };
+    const { lines, letters } = lettersLines(names);
+    if (names.rows) return { lines, letters, rows: names.rows };
+    const grouped = ['orvex_991::vector<Rects> rows;', `CImgproc::divideComponentsToRows(${letters}, rows);`];
+    return { lines: [...lines, ...grouped], letters, rows: 'rows' };
 }
 
 function hullLines(values: Values, names: CppNames): string[] {
-  switch (values['of']) {
-    case 'rows': {
-      const { lines, rows } = rowsLines(names);
-      return [
-        ...lines,
-        `for (int row = 0; row < ${rows}.size(); ++row) {`,
-        '    orvex_991::vector<Point> points;',
-        `    for (int k = 0; k < ${rows}[row].size(); ++k) {`,
-        `        const Point first = ${rows}[row][k].left_top(), last = ${rows}[row][k].right_bottom();`,
-        '        for (const int x : {first.x, last.x})',
-        '            for (const int y : {first.y, last.y}) points.push_back(Point(x, y));',
-        '    }',
-        ...indented(HULL_LINES),
-        '}',
-      ];
+    switch (values['of']) {
+        case 'rows': {
+            const { lines, rows } = rowsLines(names);
+            return [
+                ...lines,
+                `for (int row = 0; row < ${rows}.size(); ++row) {`,
+                '    orvex_991::vector<Point> points;',
+                `    for (int k = 0; k < ${rows}[row].size(); ++k) {`,
+                `        const Point first = ${rows}[row][k].left_top(), last = ${rows}[row][k].right_bottom();`,
+                '        for (const int x : {first.x, last.x})',
+                '            for (const int y : {first.y, last.y}) points.push_back(Point(x, y));',
+                '    }',
+                ...indented(HULL_LINES),
+                '}',
+            ];
+        }
+        case 'components':
+            return [
+                'Rects bounds;',
+                'orvex_991::vector<orvex_991::vector<Point>> pixels;',
+                `CImgproc::connectdComponent(${names.picture}, bounds, &pixels);`,
+                'for (int k = 0; k < pixels.size(); ++k) {',
+                '    const orvex_991::vector<Point>& points = pixels[k];',
+                ...indented(HULL_LINES),
+                '}',
+            ];
+        default:
+            return [
+                'orvex_991::vector<Point> points;',
+                `for (int row = 0; row < ${names.picture}.rows; ++row)`,
+                `    for (int col = 0; col < ${names.picture}.cols; ++col)`,
+                `        if (${names.picture}.at(row, col) != 0) points.push_back(Point(col, row));`,
+                ...HULL_LINES,
+            ];
     }
-    case 'components':
-      return [
-        'Rects bounds;',
-        'orvex_991::vector<orvex_991::vector<Point>> pixels;',
-        `CImgproc::connectdComponent(${names.picture}, bounds, &pixels);`,
-        'for (int k = 0; k < pixels.size(); ++k) {',
-        '    const orvex_991::vector<Point>& points = pixels[k];',
-        ...indented(HULL_LINES),
-        '}',
-      ];
-    default:
-      return [
-        'orvex_991::vector<Point> points;',
-        `for (int row = 0; row < ${names.picture}.rows; ++row)`,
-        `    for (int col = 0; col < ${names.picture}.cols; ++col)`,
-        `        if (${names.picture}.at(row, col) != 0) points.push_back(Point(col, row));`,
-        ...HULL_LINES,
-      ];
-  }
 }
 
 // ---- Seals ----
@@ -222,12 +230,13 @@ const MASK_COLS = 640;
 
 /** Every n-th pixel of every n-th row, n being the least that leaves MASK_COLS columns. */
 function thinned({ rows, cols, data }: Picture): Picture {
-  const step = Math.max(1, Math.ceil(cols / MASK_COLS));
-  const [thinRows, thinCols] = [Math.ceil(rows / step), Math.ceil(cols / step)];
-  const thin = new Uint8Array(thinRows * thinCols);
-  for (let row = 0; row < thinRows; ++row)
-    for (let col = 0; col < thinCols; ++col) thin[row * thinCols + col] = data[(row * cols + col) * step]!;
-  return { rows: thinRows, cols: thinCols, channels: 1, data: thin };
+    const step = Math.max(1, Math.ceil(cols / MASK_COLS));
+    const [thinRows, thinCols] = [Math.ceil(rows / step), Math.ceil(cols / step)];
+    const thin = new Uint8Array(thinRows * thinCols);
+    for (let row = 0; row < thinRows; ++row)
+        for (let col = 0; col < thinCols; ++col)
+            thin[row * thinCols + col] = data[(row * cols + col) * step]!;
+    return { rows: thinRows, cols: thinCols, channels: 1, data: thin };
 }
 
 // ---- The table ----
@@ -237,502 +246,590 @@ const ONE_CHANNEL: readonly Kind[] = ['gray', 'binary'];
 const ANY: readonly Kind[] = ['colour', 'gray', 'binary'];
 
 export const STAGES: readonly Stage[] = [
-  {
-    id: 'seal',
-    title: 'Red seal',
-    about: 'Finds round red seals in a colour picture.',
-    on: true,
-    measures: true,
-    accepts: ['colour'],
-    parameters: [{ type: 'toggle', name: 'relaxed', label: 'Of any size and shape', initial: false }],
-    nothing: ['could not find any valid red circle'],
-    run({ picture }, values, library) {
-      const mask = library.redColorDetect(picture, flag(values, 'relaxed'));
-      const pixels = library.countNonZero(mask);
-      const share = (100 * pixels) / (mask.rows * mask.cols);
-      return {
-        facts: { pixels },
-        measured: [{ label: 'Seals', text: pixels === 0 ? 'none' : `${share.toFixed(1)} % of it` }],
-        overlays: pixels === 0 ? [] : [{ type: 'mask', mask: thinned(mask), cols: mask.cols, rows: mask.rows }],
-      };
-    },
-    cpp: (values, { picture }) => ({
-      lines: [
-        'Picture seals;',
-        'try {',
-        `    CImgproc::redColorDetect(${picture}, seals, ${flag(values, 'relaxed')});`,
-        '} catch (const orvex_991::CException& none) {',
-        '    if (none.code != 2) throw;  // 2: no seal; the mask is zero then',
-        '}',
-      ],
-    }),
-    commands: (values) => [
-      { ...makes('redColorDetect', ...(flag(values, 'relaxed') ? ['--relaxed'] : [])), aside: true },
-    ],
-  },
-  {
-    id: 'turn',
-    title: 'Turn',
-    about: 'Quarter turns, and a mirror image.',
-    on: false,
-    accepts: ANY,
-    parameters: [
-      {
-        type: 'choice',
-        name: 'quarters',
-        label: 'Clockwise',
-        options: [
-          { value: '0', label: '0°' },
-          { value: '1', label: '90°' },
-          { value: '2', label: '180°' },
-          { value: '3', label: '270°' },
+    {
+        id: 'seal',
+        title: 'Red seal',
+        about: 'Finds round red seals in a colour picture.',
+        on: true,
+        measures: true,
+        accepts: ['colour'],
+        parameters: [{ type: 'toggle', name: 'relaxed', label: 'Of any size and shape', initial: false }],
+        nothing: ['could not find any valid red circle'],
+        run({ picture }, values, library) {
+            const mask = library.redColorDetect(picture, flag(values, 'relaxed'));
+            const pixels = library.countNonZero(mask);
+            const share = (100 * pixels) / (mask.rows * mask.cols);
+            return {
+                facts: { pixels },
+                measured: [
+                    { label: 'Seals', text: pixels === 0 ? 'none' : `${share.toFixed(1)} % of the area` },
+                ],
+                overlays:
+                    pixels === 0
+                        ? []
+                        : [{ type: 'mask', mask: thinned(mask), cols: mask.cols, rows: mask.rows }],
+            };
+        },
+        cpp: (values, { picture }) => ({
+            lines: [
+                'Picture seals;',
+                'try {',
+                `    CImgproc::redColorDetect(${picture}, seals, ${flag(values, 'relaxed')});`,
+                '} catch (const orvex_991::CException& none) {',
+                '    if (none.code != 2) throw;  // 2: no seal; the mask is zero then',
+                '}',
+            ],
+        }),
+        commands: (values) => [
+            { ...makes('redColorDetect', ...(flag(values, 'relaxed') ? ['--relaxed'] : [])), aside: true },
         ],
-        initial: '1',
-      },
-      { type: 'toggle', name: 'mirror', label: 'Mirrored first', initial: false },
-    ],
-    run({ picture }, values, library) {
-      const [n, f] = [number(values, 'quarters'), flag(values, 'mirror')];
-      return {
-        picture: library.rot90ClockWise_FlipLR(picture, n, f ? 1 : 0),
-        map: turned(n, f, picture.cols, picture.rows),
-      };
     },
-    cpp: (values, { picture }) => ({
-      lines: [
-        'Picture turned;',
-        `CImgproc::rot90ClockWise_FlipLR(${picture}, turned, ${number(values, 'quarters')}, ${flag(values, 'mirror') ? 1 : 0});`,
-      ],
-      picture: 'turned',
-    }),
-    commands: (values) => [
-      makes('rot90ClockWise_FlipLR', `--n ${number(values, 'quarters')}`, `--f ${flag(values, 'mirror') ? 1 : 0}`),
-    ],
-  },
-  {
-    id: 'resize',
-    title: 'Resize',
-    about: 'Scales both sides by one factor; fractions of a pixel are dropped.',
-    on: false,
-    accepts: ANY,
-    gives: soft,
-    parameters: [{ type: 'slider', name: 'scale', label: 'Factor', least: 0.05, most: 2, step: 0.05, initial: 0.5 }],
-    run({ picture }, values, library) {
-      const scaled = library.resize(picture, number(values, 'scale'));
-      return {
-        picture: scaled,
-        map: [scaled.cols / picture.cols, 0, 0, 0, scaled.rows / picture.rows, 0],
-      };
-    },
-    cpp: (values, { picture }) => ({
-      lines: [
-        'Picture resized;',
-        `CImgproc::resize(${picture}, resized, ${float(number(values, 'scale'))}, INTERP_LINEAR);`,
-      ],
-      picture: 'resized',
-    }),
-    commands: (values) => [makes('resize-scale', `--scale ${single(number(values, 'scale'))}`)],
-  },
-  {
-    id: 'gray',
-    title: 'Gray',
-    about: 'Gray levels of a colour picture, in integers: white gives 253.',
-    on: true,
-    accepts: ANY,
-    gives: () => 'gray',
-    parameters: [],
-    histogram: 'output',
-    run: ({ picture }, _, library) => ({ picture: library.bgr2gray(picture) }),
-    cpp: (_, { picture }) => ({
-      lines: ['Picture gray;', `CImgproc::bgr2gray(${picture}, gray);`],
-      picture: 'gray',
-    }),
-    commands: () => [makes('bgr2gray')],
-  },
-  {
-    id: 'equalise',
-    title: 'Equalise',
-    about: 'Spreads the gray levels by their cumulative share.',
-    on: false,
-    accepts: ONE_CHANNEL,
-    gives: () => 'gray',
-    parameters: [],
-    histogram: 'output',
-    run: ({ picture }, _, library) => ({ picture: library.equalizeHist(picture) }),
-    cpp: (_, { picture }) => ({
-      lines: ['Picture equalised;', `CImgproc::equalizeHist(${picture}, equalised);`],
-      picture: 'equalised',
-    }),
-    commands: () => [makes('equalizeHist')],
-  },
-  {
-    id: 'sharpness',
-    title: 'Sharpness',
-    about: 'How sharp the photograph is, as one number.',
-    on: true,
-    measures: true,
-    accepts: ANY,
-    parameters: [
-      { type: 'slider', name: 'least', label: 'Sharp from', least: 0, most: 300, step: 5, initial: 110 },
-    ],
-    run({ picture }, values, library) {
-      const sharpness = library.getSharpness(picture);
-      const verdict = sharpness >= number(values, 'least') ? 'sharp' : 'blurred';
-      return { facts: { sharpness }, measured: [{ label: 'Sharpness', text: `${Math.round(sharpness)}, ${verdict}` }] };
-    },
-    cpp: (values, { picture }) => ({
-      lines: [
-        `const float sharpness = CImgproc::getSharpness(${picture});`,
-        `std::printf("%s\\n", sharpness >= ${number(values, 'least')} ? "sharp" : "blurred");`,
-      ],
-    }),
-    commands: () => [prints('getSharpness')],
-  },
-  {
-    id: 'deskew',
-    title: 'Deskew',
-    about: 'Makes rows of text level; nothing is cut off.',
-    on: true,
-    accepts: ANY,
-    gives: soft,
-    parameters: [
-      {
-        type: 'choice',
-        name: 'how',
-        label: 'Angle',
-        options: [
-          { value: 'found', label: 'As found' },
-          { value: 'given', label: 'By hand' },
+    {
+        id: 'turn',
+        title: 'Turn',
+        about: 'Quarter turns, and a mirror image.',
+        on: false,
+        accepts: ANY,
+        parameters: [
+            {
+                type: 'choice',
+                name: 'quarters',
+                label: 'Clockwise',
+                options: [
+                    { value: '0', label: '0°' },
+                    { value: '1', label: '90°' },
+                    { value: '2', label: '180°' },
+                    { value: '3', label: '270°' },
+                ],
+                initial: '1',
+            },
+            { type: 'toggle', name: 'mirror', label: 'Mirrored first', initial: false },
         ],
-        initial: 'found',
-      },
-      {
-        type: 'slider',
-        name: 'angle',
-        label: 'Degrees',
-        least: -15,
-        most: 15,
-        step: 0.1,
-        initial: 0,
-        when: (values) => values['how'] === 'given',
-      },
-    ],
-    run({ picture, kind }, values, library) {
-      const found = values['how'] === 'found';
-      const angle = found ? library.estimateSkew(printOf(picture, kind, library)) : number(values, 'angle');
-      const { matrix, size } = levelled(picture, angle, library);
-      const measured = [{ label: found ? 'Skew found' : 'Turned by', text: `${angle.toFixed(2)}°` }];
-      if (!matrix) return { map: IDENTITY, facts: { angle }, measured };
-      return {
-        picture: library.warpAffine(picture, matrix, size),
-        map: betweenCorners([...matrix] as unknown as Affine),
-        facts: { angle, matrix: [...matrix], ...size },
-        measured,
-      };
-    },
-    cpp(_, { picture }, facts) {
-      const matrix = facts['matrix'] as number[] | undefined;
-      if (!matrix) return { lines: ['// Level as it is.'] };
-      return {
-        lines: [
-          `// Turned by ${Number(facts['angle']).toFixed(2)} degrees, as was found on this photograph or set by hand.`,
-          'Mat<float> levelling;',
-          'levelling.mat_create(2, 3, 1, 0);',
-          `const float terms[] = {${matrix.slice(0, 3).map(float).join(', ')},`,
-          `                       ${matrix.slice(3).map(float).join(', ')}};`,
-          'for (int k = 0; k < 6; ++k) levelling.data[k] = terms[k];',
-          'Picture deskewed;',
-          `CImgproc::warpAffine(${picture}, deskewed, levelling, Size(${facts['width']}, ${facts['height']}), `,
-          '                     INTERP_LINEAR, nullptr);',
+        run({ picture }, values, library) {
+            const [n, f] = [number(values, 'quarters'), flag(values, 'mirror')];
+            return {
+                picture: library.rot90ClockWise_FlipLR(picture, n, f ? 1 : 0),
+                map: turned(n, f, picture.cols, picture.rows),
+            };
+        },
+        cpp: (values, { picture }) => ({
+            lines: [
+                'Picture turned;',
+                `CImgproc::rot90ClockWise_FlipLR(${picture}, turned, ${number(values, 'quarters')}, ${flag(values, 'mirror') ? 1 : 0});`,
+            ],
+            picture: 'turned',
+        }),
+        commands: (values) => [
+            makes(
+                'rot90ClockWise_FlipLR',
+                `--n ${number(values, 'quarters')}`,
+                `--f ${flag(values, 'mirror') ? 1 : 0}`,
+            ),
         ],
-        picture: 'deskewed',
-      };
     },
-    commands(_, facts) {
-      const matrix = facts['matrix'] as number[] | undefined;
-      if (!matrix) return [];
-      const options = [`--matrix ${matrix.map(single).join(',')}`, `--out-size ${facts['width']}x${facts['height']}`];
-      return [{ ...makes('warpAffine', ...options), comment: `Turned by ${Number(facts['angle']).toFixed(2)} degrees.` }];
+    {
+        id: 'resize',
+        title: 'Resize',
+        about: 'Scales both sides by one factor; fractions of a pixel are dropped.',
+        on: false,
+        accepts: ANY,
+        gives: soft,
+        parameters: [
+            {
+                type: 'slider',
+                name: 'scale',
+                label: 'Factor',
+                least: 0.05,
+                most: 2,
+                step: 0.05,
+                initial: 0.5,
+            },
+        ],
+        run({ picture }, values, library) {
+            const scaled = library.resize(picture, number(values, 'scale'));
+            return {
+                picture: scaled,
+                map: [scaled.cols / picture.cols, 0, 0, 0, scaled.rows / picture.rows, 0],
+            };
+        },
+        cpp: (values, { picture }) => ({
+            lines: [
+                'Picture resized;',
+                `CImgproc::resize(${picture}, resized, ${float(number(values, 'scale'))}, INTERP_LINEAR);`,
+            ],
+            picture: 'resized',
+        }),
+        commands: (values) => [makes('resize-scale', `--scale ${single(number(values, 'scale'))}`)],
     },
-  },
-  {
-    id: 'saliency',
-    title: 'Saliency',
-    about: 'How far each pixel’s gray level is from the others.',
-    on: false,
-    accepts: ONE_CHANNEL,
-    gives: () => 'gray',
-    parameters: [],
-    histogram: 'output',
-    run({ picture }, _, library) {
-      const everywhere = new Image(picture.rows, picture.cols, 1);
-      everywhere.data.fill(255);
-      return { picture: library.saliencyDetect(picture, everywhere).dst };
+    {
+        id: 'gray',
+        title: 'Gray',
+        about: 'Gray levels of a colour picture, in integers: white gives 253.',
+        on: true,
+        accepts: ANY,
+        gives: () => 'gray',
+        parameters: [],
+        histogram: 'output',
+        run: ({ picture }, _, library) => ({ picture: library.bgr2gray(picture) }),
+        cpp: (_, { picture }) => ({
+            lines: ['Picture gray;', `CImgproc::bgr2gray(${picture}, gray);`],
+            picture: 'gray',
+        }),
+        commands: () => [makes('bgr2gray')],
     },
-    cpp: (_, { picture }) => ({
-      lines: [
-        'Picture everywhere, salient;',
-        `everywhere.mat_create(${picture}.rows, ${picture}.cols, 1, 255);`,
-        'orvex_991::vector<unsigned char> saliency_of_level;',
-        `CImgproc::saliencyDetect(${picture}, salient, everywhere, saliency_of_level);`,
-      ],
-      picture: 'salient',
-    }),
-    commands: () => [makes('saliencyDetect')],
-  },
-  {
-    id: 'binarise',
-    title: 'Threshold',
-    about: 'Parts print from paper: by surroundings, by Otsu’s level, or by one of your own.',
-    on: true,
-    accepts: ONE_CHANNEL,
-    gives: () => 'binary',
-    histogram: 'input',
-    parameters: [
-      {
-        type: 'choice',
-        name: 'method',
-        label: 'Method',
-        options: [
-          { value: 'adaptive', label: 'Adaptive' },
-          { value: 'otsu', label: 'Otsu' },
-          { value: 'level', label: 'Level' },
-        ],
-        initial: 'adaptive',
-      },
-      {
-        type: 'slider',
-        name: 'block',
-        label: 'Window',
-        least: 3,
-        most: 401,
-        step: 2,
-        initial: 81,
-        unit: 'px',
-        when: (values) => values['method'] === 'adaptive',
-      },
-      {
-        type: 'slider',
-        name: 'ratio',
-        label: 'Deviations',
-        least: -2,
-        most: 2,
-        step: 0.05,
-        initial: -0.6,
-        when: (values) => values['method'] === 'adaptive',
-      },
-      {
-        type: 'slider',
-        name: 'level',
-        label: 'Bright from',
-        least: 0,
-        most: 255,
-        step: 1,
-        initial: 128,
-        when: (values) => values['method'] === 'level',
-      },
-      { type: 'toggle', name: 'print', label: 'Dark becomes 255', initial: true },
-    ],
-    run({ picture }, values, library) {
-      const { picture: binary, level } = binarised(picture, values, library);
-      const share = (100 * library.countNonZero(binary)) / Math.max(1, binary.rows * binary.cols);
-      return {
-        picture: binary,
-        facts: { ...(level === undefined ? {} : { level }), rows: picture.rows, cols: picture.cols, share },
-        measured: [
-          ...(level === undefined ? [] : [{ label: 'Threshold', text: `${level}` }]),
-          { label: 'Foreground', text: `${share.toFixed(1)} %` },
-        ],
-      };
+    {
+        id: 'equalise',
+        title: 'Equalise',
+        about: 'Spreads the gray levels by their cumulative share.',
+        on: false,
+        accepts: ONE_CHANNEL,
+        gives: () => 'gray',
+        parameters: [],
+        histogram: 'output',
+        run: ({ picture }, _, library) => ({ picture: library.equalizeHist(picture) }),
+        cpp: (_, { picture }) => ({
+            lines: ['Picture equalised;', `CImgproc::equalizeHist(${picture}, equalised);`],
+            picture: 'equalised',
+        }),
+        commands: () => [makes('equalizeHist')],
     },
-    cpp: (values, names) => ({ lines: binariseLines(values, names), picture: 'binary' }),
-    commands: binariseCommands,
-  },
-  {
-    id: 'morphology',
-    title: 'Morphology',
-    about: 'Grows or thins what is white, through a rectangular window.',
-    on: false,
-    accepts: ['binary'],
-    parameters: [
-      {
-        type: 'choice',
-        name: 'type',
-        label: 'Operation',
-        options: [
-          { value: 'dilate', label: 'Dilate' },
-          { value: 'erode', label: 'Erode' },
-          { value: 'open', label: 'Open' },
-          { value: 'close', label: 'Close' },
+    {
+        id: 'sharpness',
+        title: 'Sharpness',
+        about: 'How sharp the photograph is, as one number.',
+        on: true,
+        measures: true,
+        accepts: ANY,
+        parameters: [
+            {
+                type: 'slider',
+                name: 'least',
+                label: 'Sharp from',
+                least: 0,
+                most: 300,
+                step: 5,
+                initial: 110,
+            },
         ],
-        initial: 'close',
-      },
-      { type: 'slider', name: 'width', label: 'Width', least: 1, most: 61, step: 1, initial: 9, unit: 'px' },
-      { type: 'slider', name: 'height', label: 'Height', least: 1, most: 61, step: 1, initial: 3, unit: 'px' },
-    ],
-    run: ({ picture }, values, library) => ({
-      picture: library.morphologyBinary(
-        picture,
-        { width: number(values, 'width'), height: number(values, 'height') },
-        MORPHOLOGIES.indexOf(String(values['type'])),
-      ),
-    }),
-    cpp: (values, { picture }) => ({
-      lines: [
-        'Picture cleaned;',
-        `CImgproc::morphologyBinary(${picture}, cleaned, Size(${values['width']}, ${values['height']}),`,
-        `                           MORPH_${String(values['type']).toUpperCase()});`,
-      ],
-      picture: 'cleaned',
-    }),
-    commands: (values) => [
-      makes('morphologyBinary', `--type ${values['type']}`, `--size ${values['width']}x${values['height']}`),
-    ],
-  },
-  {
-    id: 'components',
-    title: 'Components',
-    about: 'What hangs together; those that are neither specks nor frames can be letters.',
-    on: true,
-    measures: true,
-    accepts: ['binary'],
-    parameters: [
-      { type: 'slider', name: 'least', label: 'Height from', least: 1, most: 60, step: 1, initial: 5, unit: 'px' },
-      { type: 'slider', name: 'most', label: 'to', least: 1, most: 100, step: 1, initial: 5, unit: '%' },
-    ],
-    run(flow, values, library) {
-      const rects = library.connectdComponent(flow.picture);
-      const { least, most } = letterFacts(flow, values);
-      const letters = rects.filter((rect) => rect.height >= least && rect.height <= most);
-      return {
-        letters,
-        facts: { components: rects.length, letters: letters.length, tallest: most, rects: letters },
-        measured: [
-          { label: 'Components', text: rects.length.toLocaleString('en') },
-          { label: 'of letters’ height', text: letters.length.toLocaleString('en') },
-        ],
-        overlays: [
-          boxes(
-            letters,
-            letters.map((_, index) => index),
-          ),
-        ],
-      };
+        run({ picture }, values, library) {
+            const sharpness = library.getSharpness(picture);
+            const verdict = sharpness >= number(values, 'least') ? 'sharp' : 'blurred';
+            return {
+                facts: { sharpness },
+                measured: [{ label: 'Sharpness', text: `${Math.round(sharpness)}, ${verdict}` }],
+            };
+        },
+        cpp: (values, { picture }) => ({
+            lines: [
+                `const float sharpness = CImgproc::getSharpness(${picture});`,
+                `std::printf("%s\\n", sharpness >= ${number(values, 'least')} ? "sharp" : "blurred");`,
+            ],
+        }),
+        commands: () => [prints('getSharpness')],
     },
-    cpp: (values, { picture }, facts) => ({
-      lines: [
-        'Rects components, letters;',
-        `CImgproc::connectdComponent(${picture}, components, nullptr);`,
-        'for (int k = 0; k < components.size(); ++k) {',
-        '    const int height = components[k].height;',
-        `    if (height >= ${values['least']} && height <= ${facts['tallest'] ?? 0}) letters.push_back(components[k]);`,
-        '}',
-        'std::printf("%d components, %d of letters\' height\\n", components.size(), letters.size());',
-      ],
-      letters: 'letters',
-    }),
-    commands: () => [prints('connectdComponent')],
-  },
-  {
-    id: 'rows',
-    title: 'Rows',
-    about: 'Groups components into rows of text.',
-    on: true,
-    measures: true,
-    accepts: ['binary'],
-    after: ['components'],
-    parameters: [],
-    run(flow, _, library) {
-      const rows = library.divideComponentsToRows(lettersOf(flow, library));
-      const letters = rows.flat();
-      return {
-        rows,
-        facts: { rows },
-        measured: [{ label: 'Rows', text: rows.length.toLocaleString('en') }],
-        overlays: [
-          boxes(
-            letters,
-            rows.flatMap((row, index) => row.map(() => index)),
-          ),
-          boxes(
-            rows.filter((row) => row.length > 0).map(around),
-            rows.map((_, index) => index),
-          ),
+    {
+        id: 'deskew',
+        title: 'Deskew',
+        about: 'Makes rows of text level; nothing is cut off.',
+        on: true,
+        accepts: ANY,
+        gives: soft,
+        parameters: [
+            {
+                type: 'choice',
+                name: 'how',
+                label: 'Angle',
+                options: [
+                    { value: 'found', label: 'As found' },
+                    { value: 'given', label: 'By hand' },
+                ],
+                initial: 'found',
+            },
+            {
+                type: 'slider',
+                name: 'angle',
+                label: 'Degrees',
+                least: -15,
+                most: 15,
+                step: 0.1,
+                initial: 0,
+                when: (values) => values['how'] === 'given',
+            },
         ],
-      };
+        run({ picture, kind }, values, library) {
+            const found = values['how'] === 'found';
+            const angle = found
+                ? library.estimateSkew(printOf(picture, kind, library))
+                : number(values, 'angle');
+            const { matrix, size } = levelled(picture, angle, library);
+            const measured = [{ label: found ? 'Skew found' : 'Turned by', text: `${angle.toFixed(2)}°` }];
+            if (!matrix) return { map: IDENTITY, facts: { angle }, measured };
+            return {
+                picture: library.warpAffine(picture, matrix, size),
+                map: betweenCorners([...matrix] as unknown as Affine),
+                facts: { angle, matrix: [...matrix], ...size },
+                measured,
+            };
+        },
+        cpp(_, { picture }, facts) {
+            const matrix = facts['matrix'] as number[] | undefined;
+            if (!matrix) return { lines: ['// Level as it is.'] };
+            return {
+                lines: [
+                    `// Turned by ${Number(facts['angle']).toFixed(2)} degrees, as was found on this photograph or set by hand.`,
+                    'Mat<float> levelling;',
+                    'levelling.mat_create(2, 3, 1, 0);',
+                    `const float terms[] = {${matrix.slice(0, 3).map(float).join(', ')},`,
+                    `                       ${matrix.slice(3).map(float).join(', ')}};`,
+                    'for (int k = 0; k < 6; ++k) levelling.data[k] = terms[k];',
+                    'Picture deskewed;',
+                    `CImgproc::warpAffine(${picture}, deskewed, levelling, Size(${facts['width']}, ${facts['height']}), `,
+                    '                     INTERP_LINEAR, nullptr);',
+                ],
+                picture: 'deskewed',
+            };
+        },
+        commands(_, facts) {
+            const matrix = facts['matrix'] as number[] | undefined;
+            if (!matrix) return [];
+            const options = [
+                `--matrix ${matrix.map(single).join(',')}`,
+                `--out-size ${facts['width']}x${facts['height']}`,
+            ];
+            return [
+                {
+                    ...makes('warpAffine', ...options),
+                    comment: `Turned by ${Number(facts['angle']).toFixed(2)} degrees.`,
+                },
+            ];
+        },
     },
-    cpp(_, names) {
-      const { lines, rows, letters } = rowsLines({ ...names, rows: undefined });
-      return { lines: [...lines, `std::printf("%d rows\\n", ${rows}.size());`], rows, letters };
+    {
+        id: 'saliency',
+        title: 'Saliency',
+        about: 'How far each pixel’s gray level is from the others.',
+        on: false,
+        accepts: ONE_CHANNEL,
+        gives: () => 'gray',
+        parameters: [],
+        histogram: 'output',
+        run({ picture }, _, library) {
+            const everywhere = new Image(picture.rows, picture.cols, 1);
+            everywhere.data.fill(255);
+            return { picture: library.saliencyDetect(picture, everywhere).dst };
+        },
+        cpp: (_, { picture }) => ({
+            lines: [
+                'Picture everywhere, salient;',
+                `everywhere.mat_create(${picture}.rows, ${picture}.cols, 1, 255);`,
+                'orvex_991::vector<unsigned char> saliency_of_level;',
+                `CImgproc::saliencyDetect(${picture}, salient, everywhere, saliency_of_level);`,
+            ],
+            picture: 'salient',
+        }),
+        commands: () => [makes('saliencyDetect')],
     },
-    commands: () => [
-      { ...prints('divideComponentsToRows'), comment: 'Of all components, whatever their height.' },
-    ],
-  },
-  {
-    id: 'hull',
-    title: 'Hull and least rectangle',
-    about: 'The convex hull and the rotated rectangle of least area.',
-    on: false,
-    measures: true,
-    accepts: ['binary'],
-    after: ['components', 'rows'],
-    parameters: [
-      {
-        type: 'choice',
-        name: 'of',
-        label: 'Around',
-        options: [
-          { value: 'rows', label: 'Rows' },
-          { value: 'components', label: 'Components' },
-          { value: 'everything', label: 'All' },
+    {
+        id: 'binarise',
+        title: 'Threshold',
+        about: 'Parts print from paper: by surroundings, by Otsu’s level, or by one of your own.',
+        on: true,
+        accepts: ONE_CHANNEL,
+        gives: () => 'binary',
+        histogram: 'input',
+        parameters: [
+            {
+                type: 'choice',
+                name: 'method',
+                label: 'Method',
+                options: [
+                    { value: 'adaptive', label: 'Adaptive' },
+                    { value: 'otsu', label: 'Otsu' },
+                    { value: 'level', label: 'Level' },
+                ],
+                initial: 'adaptive',
+            },
+            {
+                type: 'slider',
+                name: 'block',
+                label: 'Window',
+                least: 3,
+                most: 401,
+                step: 2,
+                initial: 81,
+                unit: 'px',
+                when: (values) => values['method'] === 'adaptive',
+            },
+            {
+                type: 'slider',
+                name: 'ratio',
+                label: 'Deviations',
+                least: -2,
+                most: 2,
+                step: 0.05,
+                initial: -0.6,
+                when: (values) => values['method'] === 'adaptive',
+            },
+            {
+                type: 'slider',
+                name: 'level',
+                label: 'Bright from',
+                least: 0,
+                most: 255,
+                step: 1,
+                initial: 128,
+                when: (values) => values['method'] === 'level',
+            },
+            { type: 'toggle', name: 'print', label: 'Dark becomes 255', initial: true },
         ],
-        initial: 'rows',
-      },
-      {
-        type: 'slider',
-        name: 'count',
-        label: 'The largest',
-        least: 10,
-        most: 3000,
-        step: 10,
-        initial: 500,
-        when: (values) => values['of'] === 'components',
-      },
-    ],
-    run(flow, values, library) {
-      const sets = pointSets(flow, values, library);
-      const hulls = sets.map((points) => library.convexHull(points));
-      const rects = sets.map((points) => library.minAreaRect(points));
-      const groups = sets.map((_, index) => index);
-      return {
-        facts: { hulls, rectangles: rects },
-        measured: [{ label: 'Hulls', text: hulls.length.toLocaleString('en') }],
-        overlays: [
-          { type: 'outlines', outlines: rects.map((rect) => rect.pts), groups },
-          { type: 'outlines', outlines: hulls, groups },
-        ],
-      };
+        run({ picture }, values, library) {
+            const { picture: binary, level } = binarised(picture, values, library);
+            const share = (100 * library.countNonZero(binary)) / Math.max(1, binary.rows * binary.cols);
+            return {
+                picture: binary,
+                facts: {
+                    ...(level === undefined ? {} : { level }),
+                    rows: picture.rows,
+                    cols: picture.cols,
+                    share,
+                },
+                measured: [
+                    ...(level === undefined ? [] : [{ label: 'Threshold', text: `${level}` }]),
+                    { label: 'Foreground', text: `${share.toFixed(1)} %` },
+                ],
+            };
+        },
+        cpp: (values, names) => ({ lines: binariseLines(values, names), picture: 'binary' }),
+        commands: binariseCommands,
     },
-    cpp: (values, names) => ({ lines: hullLines(values, names) }),
-    commands: () => [prints('convexHull'), prints('minAreaRect')],
-  },
-  {
-    id: 'page',
-    title: 'Ink on paper',
-    about: 'Swaps 0 and 255, so that print is black and paper white.',
-    on: true,
-    accepts: ['binary'],
-    after: ['components', 'rows', 'hull'],
-    parameters: [],
-    run: ({ picture }) => ({ picture: inverted(picture), facts: { rows: picture.rows, cols: picture.cols } }),
-    cpp: (_, { picture }) => ({ lines: [`Picture page = ${picture};`, '~page;'], picture: 'page' }),
-    commands: (_, facts) => [swap(facts)],
-  },
+    {
+        id: 'morphology',
+        title: 'Morphology',
+        about: 'Grows or thins what is white, through a rectangular window.',
+        on: false,
+        accepts: ['binary'],
+        parameters: [
+            {
+                type: 'choice',
+                name: 'type',
+                label: 'Operation',
+                options: [
+                    { value: 'dilate', label: 'Dilate' },
+                    { value: 'erode', label: 'Erode' },
+                    { value: 'open', label: 'Open' },
+                    { value: 'close', label: 'Close' },
+                ],
+                initial: 'close',
+            },
+            {
+                type: 'slider',
+                name: 'width',
+                label: 'Width',
+                least: 1,
+                most: 61,
+                step: 1,
+                initial: 9,
+                unit: 'px',
+            },
+            {
+                type: 'slider',
+                name: 'height',
+                label: 'Height',
+                least: 1,
+                most: 61,
+                step: 1,
+                initial: 3,
+                unit: 'px',
+            },
+        ],
+        run: ({ picture }, values, library) => ({
+            picture: library.morphologyBinary(
+                picture,
+                { width: number(values, 'width'), height: number(values, 'height') },
+                MORPHOLOGIES.indexOf(String(values['type'])),
+            ),
+        }),
+        cpp: (values, { picture }) => ({
+            lines: [
+                'Picture cleaned;',
+                `CImgproc::morphologyBinary(${picture}, cleaned, Size(${values['width']}, ${values['height']}),`,
+                `                           MORPH_${String(values['type']).toUpperCase()});`,
+            ],
+            picture: 'cleaned',
+        }),
+        commands: (values) => [
+            makes(
+                'morphologyBinary',
+                `--type ${values['type']}`,
+                `--size ${values['width']}x${values['height']}`,
+            ),
+        ],
+    },
+    {
+        id: 'components',
+        title: 'Components',
+        about: 'What hangs together; those that are neither specks nor frames can be letters.',
+        on: true,
+        measures: true,
+        accepts: ['binary'],
+        parameters: [
+            {
+                type: 'slider',
+                name: 'least',
+                label: 'Height from',
+                least: 1,
+                most: 60,
+                step: 1,
+                initial: 5,
+                unit: 'px',
+            },
+            {
+                type: 'slider',
+                name: 'most',
+                label: 'to',
+                least: 1,
+                most: 100,
+                step: 1,
+                initial: 5,
+                unit: '%',
+            },
+        ],
+        run(flow, values, library) {
+            const rects = library.connectdComponent(flow.picture);
+            const { least, most } = letterFacts(flow, values);
+            const letters = rects.filter((rect) => rect.height >= least && rect.height <= most);
+            return {
+                letters,
+                facts: { components: rects.length, letters: letters.length, tallest: most, rects: letters },
+                measured: [
+                    { label: 'Components', text: rects.length.toLocaleString('en') },
+                    { label: 'of letters’ height', text: letters.length.toLocaleString('en') },
+                ],
+                overlays: [
+                    boxes(
+                        letters,
+                        letters.map((_, index) => index),
+                    ),
+                ],
+            };
+        },
+        cpp: (values, { picture }, facts) => ({
+            lines: [
+                'Rects components, letters;',
+                `CImgproc::connectdComponent(${picture}, components, nullptr);`,
+                'for (int k = 0; k < components.size(); ++k) {',
+                '    const int height = components[k].height;',
+                `    if (height >= ${values['least']} && height <= ${facts['tallest'] ?? 0}) letters.push_back(components[k]);`,
+                '}',
+                'std::printf("%d components, %d of letters\' height\\n", components.size(), letters.size());',
+            ],
+            letters: 'letters',
+        }),
+        commands: () => [prints('connectdComponent')],
+    },
+    {
+        id: 'rows',
+        title: 'Rows',
+        about: 'Groups components into rows of text.',
+        on: true,
+        measures: true,
+        accepts: ['binary'],
+        after: ['components'],
+        parameters: [],
+        run(flow, _, library) {
+            const rows = library.divideComponentsToRows(lettersOf(flow, library));
+            const letters = rows.flat();
+            return {
+                rows,
+                facts: { rows },
+                measured: [{ label: 'Rows', text: rows.length.toLocaleString('en') }],
+                overlays: [
+                    boxes(
+                        letters,
+                        rows.flatMap((row, index) => row.map(() => index)),
+                    ),
+                    boxes(
+                        rows.filter((row) => row.length > 0).map(around),
+                        rows.map((_, index) => index),
+                    ),
+                ],
+            };
+        },
+        cpp(_, names) {
+            const { lines, rows, letters } = rowsLines({ ...names, rows: undefined });
+            return { lines: [...lines, `std::printf("%d rows\\n", ${rows}.size());`], rows, letters };
+        },
+        commands: () => [
+            { ...prints('divideComponentsToRows'), comment: 'Of all components, whatever their height.' },
+        ],
+    },
+    {
+        id: 'hull',
+        title: 'Hulls',
+        about: 'The convex hull and the rotated rectangle of least area.',
+        on: false,
+        measures: true,
+        accepts: ['binary'],
+        after: ['components', 'rows'],
+        parameters: [
+            {
+                type: 'choice',
+                name: 'of',
+                label: 'Around',
+                options: [
+                    { value: 'rows', label: 'Rows' },
+                    { value: 'components', label: 'Components' },
+                    { value: 'everything', label: 'All' },
+                ],
+                initial: 'rows',
+            },
+            {
+                type: 'slider',
+                name: 'count',
+                label: 'The largest',
+                least: 10,
+                most: 3000,
+                step: 10,
+                initial: 500,
+                when: (values) => values['of'] === 'components',
+            },
+        ],
+        run(flow, values, library) {
+            const sets = pointSets(flow, values, library);
+            const hulls = sets.map((points) => library.convexHull(points));
+            const rects = sets.map((points) => library.minAreaRect(points));
+            const groups = sets.map((_, index) => index);
+            return {
+                facts: { hulls, rectangles: rects },
+                measured: [{ label: 'Hulls', text: hulls.length.toLocaleString('en') }],
+                overlays: [
+                    { type: 'outlines', outlines: rects.map((rect) => rect.pts), groups },
+                    { type: 'outlines', outlines: hulls, groups },
+                ],
+            };
+        },
+        cpp: (values, names) => ({ lines: hullLines(values, names) }),
+        commands: () => [prints('convexHull'), prints('minAreaRect')],
+    },
+    {
+        id: 'page',
+        title: 'Ink on paper',
+        about: 'Swaps 0 and 255, so that print is black and paper white.',
+        on: true,
+        accepts: ['binary'],
+        after: ['components', 'rows', 'hull'],
+        parameters: [],
+        run: ({ picture }) => ({
+            picture: inverted(picture),
+            facts: { rows: picture.rows, cols: picture.cols },
+        }),
+        cpp: (_, { picture }) => ({ lines: [`Picture page = ${picture};`, '~page;'], picture: 'page' }),
+        commands: (_, facts) => [swap(facts)],
+    },
 ];
 
 export function stageOf(id: string): Stage {
-  const stage = STAGES.find((one) => one.id === id);
-  if (!stage) throw new RangeError(`no stage is called ${id}`);
-  return stage;
+    const stage = STAGES.find((one) => one.id === id);
+    if (!stage) throw new RangeError(`no stage is called ${id}`);
+    return stage;
 }
