@@ -1,13 +1,18 @@
 // @ts-check
 /**
  * Milliseconds of each stage in Chromium, and what the page finds.
- * usage: node measure.mjs [--runs N] PHOTOGRAPH...   the least of N runs of each stage, 15 by default
+ * usage: node measure.mjs [--runs N] [--link '#stages=...'] PHOTOGRAPH...
+ *        the least of N runs of each stage, 15 by default, with the settings of a link of the page
  */
 import { basename } from 'node:path';
 import { launched, served, visited } from './test/browser/site.mjs';
 
 const words = process.argv.slice(2);
-const runs = words[0] === '--runs' ? Number(words.splice(0, 2)[1]) : 15;
+/** @param {string} name @param {string} otherwise */
+const option = (name, otherwise) =>
+    words.includes(name) ? (words.splice(words.indexOf(name), 2)[1] ?? otherwise) : otherwise;
+const runs = Number(option('--runs', '15'));
+const link = option('--link', '');
 const [site, browser] = [await served(), await launched()];
 
 /** @param {import('playwright-core').Page} page @returns {Promise<[string, string][]>} */
@@ -27,7 +32,7 @@ const times = (page) =>
         );
 
 for (const photograph of words) {
-    const { page, context } = await visited(browser, site.address);
+    const { page, context } = await visited(browser, site.address + link);
     /** @type {Map<string, number>} */
     const least = new Map();
     for (let run = 0; run < runs; ++run) {

@@ -262,7 +262,7 @@ export const STAGES: readonly Stage[] = [
             return {
                 facts: { pixels },
                 measured: [
-                    { label: 'Seals', text: pixels === 0 ? 'none' : `${share.toFixed(1)} % of the area` },
+                    { label: 'Red seal', text: pixels === 0 ? 'none' : `${share.toFixed(1)} % of the area` },
                 ],
                 overlays:
                     pixels === 0
@@ -396,34 +396,20 @@ export const STAGES: readonly Stage[] = [
     {
         id: 'sharpness',
         title: 'Sharpness',
-        about: 'How sharp the photograph is, as one number.',
+        about: 'How sharp the picture is, as one number to compare pictures of one scene by.',
         on: true,
         measures: true,
         accepts: ANY,
-        parameters: [
-            {
-                type: 'slider',
-                name: 'least',
-                label: 'Sharp from',
-                least: 0,
-                most: 300,
-                step: 5,
-                initial: 110,
-            },
-        ],
-        run({ picture }, values, library) {
+        parameters: [],
+        run({ picture }, _, library) {
             const sharpness = library.getSharpness(picture);
-            const verdict = sharpness >= number(values, 'least') ? 'sharp' : 'blurred';
             return {
                 facts: { sharpness },
-                measured: [{ label: 'Sharpness', text: `${Math.round(sharpness)}, ${verdict}` }],
+                measured: [{ label: 'Sharpness', text: `${Math.round(sharpness)}` }],
             };
         },
-        cpp: (values, { picture }) => ({
-            lines: [
-                `const float sharpness = CImgproc::getSharpness(${picture});`,
-                `std::printf("%s\\n", sharpness >= ${number(values, 'least')} ? "sharp" : "blurred");`,
-            ],
+        cpp: (_, { picture }) => ({
+            lines: [`std::printf("sharpness %g\\n", CImgproc::getSharpness(${picture}));`],
         }),
         commands: () => [prints('getSharpness')],
     },
