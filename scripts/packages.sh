@@ -28,6 +28,13 @@ need_node() {
     command -v node >/dev/null && command -v npm >/dev/null || need_packages nodejs npm
 }
 
+# Debian's node packages lie where other builds of node do not look, and emscripten's optimiser needs one.
+show_node_modules() {
+    acorn=$(dpkg -L node-acorn 2>/dev/null | grep '/acorn/package.json$') || return 0
+    NODE_PATH=$(dirname "$(dirname "$acorn")")
+    export NODE_PATH
+}
+
 build_packages="g++ cmake ninja-build pkg-config"
 docprep_packages="libjpeg62-turbo-dev libpng-dev libtiff-dev libwebp-dev libdeflate-dev zlib1g-dev libexif-dev \
     libcli11-dev nlohmann-json3-dev libsqlite3-dev libxxhash-dev"

@@ -11,11 +11,18 @@ Word results[16];
 namespace {
 
 char last_message[128];  // longer than any of the library
+void* blocks[kMostBlocks];
+int block_count;
 
 }  // namespace
 
-void remember(const orvex_991::String& message) noexcept {
+void begin_call() noexcept {
+    block_count = 0;
+}
+
+void fail_call(const orvex_991::String& message) noexcept {
     std::strncpy(last_message, message.c_str(), sizeof last_message - 1);
+    for (int k = 0; k < block_count; ++k) std::free(blocks[k]);
 }
 
 Mat<float> matrix_from(const float* elements) {
@@ -28,7 +35,7 @@ Mat<float> matrix_from(const float* elements) {
 void* block_of(std::size_t bytes) {
     void* const block = std::malloc(bytes > 0 ? bytes : 1);
     if (!block) throw std::bad_alloc();
-    return block;
+    return blocks[block_count++] = block;
 }
 
 ORVEX_EXPORT(const Word*) orvex_results() {

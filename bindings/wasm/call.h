@@ -43,23 +43,29 @@ union Word {
 };
 static_assert(sizeof(Word) == 8);
 
+constexpr int kMostBlocks = 4;
+
 /// What calls fill, from the front.
 extern Word results[16];
 
-/// Keeps the message of an error for JavaScript.
-void remember(const orvex_991::String& message) noexcept;
+/// Before a call.
+void begin_call() noexcept;
+
+/// After a call that threw: keeps the message for JavaScript and frees the blocks that it will not ask for.
+void fail_call(const orvex_991::String& message) noexcept;
 
 /// Runs a call and hands its lines over. 0, or the code of what it threw.
 template <class Call>
 int code_of(const Call& call) noexcept {
     int code = 0;
-    remember(orvex_991::String());
+    begin_call();
     try {
         call();
     } catch (const orvex_991::CException& error) {
-        remember(error.message);
+        fail_call(error.message);
         code = error.code;
     } catch (const std::bad_alloc&) {
+        fail_call(orvex_991::String());
         code = 3;
     }
     std::fflush(stdout);
@@ -77,33 +83,39 @@ vector<T> list_from(const T* data, int n) {
     return list;
 }
 
-/// Memory for JavaScript, which frees it; holds anything.
+/// Memory that holds anything, for JavaScript, which frees it when the call has succeeded. A call makes kMostBlocks.
 /// @throws std::bad_alloc
 void* block_of(std::size_t bytes);
 
-/// A list as two words of the results.
+/// Room for a list, which two words of the results tell.
+/// @throws std::bad_alloc
+template <class T>
+T* give_room(Word* words, int n) {
+    void* const block = block_of(sizeof(T) * static_cast<std::size_t>(n));
+    words[0].block = block;
+    words[1].number = n;
+    return static_cast<T*>(block);
+}
+
 /// @throws std::bad_alloc
 template <class T>
 void give(Word* words, const vector<T>& list) {
     const int n = list.size;
-    T* const block = static_cast<T*>(block_of(sizeof(T) * static_cast<std::size_t>(n)));
-    for (int k = 0; k < n; ++k) block[k] = list[k];
-    words[0].block = block;
-    words[1].number = n;
+    T* const to = give_room<T>(words, n);
+    for (int k = 0; k < n; ++k) to[k] = list[k];
 }
 
-/// Lists as the lists of their lengths and of all their elements, in four words of the results.
+/// Lists as the list of their lengths and that of all their elements, in four words.
 /// @throws std::bad_alloc
 template <class T>
 void give(Word* words, const vector<vector<T>>& lists) {
-    vector<int> lengths;
-    vector<T> elements;
-    for (int k = 0; k < lists.size; ++k) {
-        lengths.push_back(lists[k].size);
-        elements += lists[k];
-    }
-    give(words, lengths);
-    give(words + 2, elements);
+    const int n = lists.size;
+    int* const lengths = give_room<int>(words, n);
+    int sum = 0;
+    for (int k = 0; k < n; ++k) sum += lengths[k] = lists[k].size;
+    T* to = give_room<T>(words + 2, sum);
+    for (int k = 0; k < n; ++k)
+        for (int i = 0; i < lengths[k]; ++i) *to++ = lists[k][i];
 }
 
 }  // namespace orvex_wasm

@@ -19,7 +19,8 @@ function thrown(call) {
 /** The lines of a call, whose times are taken out. */
 function linesOf(call) {
     const seen = [];
-    orvex.onLines = (lines) => seen.push(lines.map((line) => line.replace(/:\d+\]/, ':#]').replace(/[\d.]+ms/, '#ms')));
+    orvex.onLines = (lines) =>
+        seen.push(lines.map((line) => line.replace(/:\d+\]/, ':#]').replace(/[\d.]+ms/, '#ms')));
     try {
         call();
     } catch {
@@ -56,7 +57,12 @@ test('codes 2, 3 and 4', () => {
     const memory = thrown(() => orvex.warpAffine(noise(2, 2, 1), identity, large));
     assert.ok(memory instanceof OrvexError);
     assert.equal(memory.code, 3);
-    assert.equal(thrown(() => orvex.warpAffine(noise(2, 2, 1), identity, { width: 8, height: 8 }, 0, new Image(1, 1, 1))).code, 3);
+    assert.equal(
+        thrown(() =>
+            orvex.warpAffine(noise(2, 2, 1), identity, { width: 8, height: 8 }, 0, new Image(1, 1, 1)),
+        ).code,
+        3,
+    );
     assert.equal(thrown(() => orvex.warpAffine(noise(2, 2, 1), identity, { width: -8, height: 8 })).code, 3);
 });
 
@@ -76,10 +82,16 @@ test('arguments of another type', () => {
         [() => orvex.thresholdSeg(gray, '128'), 'threshold must be a number'],
         [() => orvex.adaptiveThreshold(gray, 3, 0, 1), 'inverse must be true or false'],
         [() => orvex.rectAffine({ x: 1, y: 1 }, identity), 'src must be a rectangle {x, y, width, height}'],
-        [() => orvex.warpAffine(gray, [...identity], { width: 1, height: 1 }), 'trans_matrix must be a Float32Array of 6 numbers, row by row'],
+        [
+            () => orvex.warpAffine(gray, [...identity], { width: 1, height: 1 }),
+            'trans_matrix must be a Float32Array of 6 numbers, row by row',
+        ],
         [() => orvex.convexHull([{ x: 1, y: 1 }, null]), 'points[1] must be a point {x, y}'],
         [() => orvex.yuv2bgr([1], 1, 1), 'yuv must be a Uint8Array'],
-        [() => orvex.getRotatedRectAngle({}), 'rotate_rect must be a rotated rectangle {pts, center, width, height, angle}'],
+        [
+            () => orvex.getRotatedRectAngle({}),
+            'rotate_rect must be a rotated rectangle {pts, center, width, height, angle}',
+        ],
     ];
     for (const [call, message] of wrong) {
         const error = thrown(call);
@@ -93,11 +105,26 @@ test('arguments that do not fit', () => {
     const wrong = [
         [() => orvex.thresholdSeg(gray, 0.5), 'threshold is 0.5: it must be a whole number of 32 bits'],
         [() => orvex.thresholdSeg(gray, NaN), 'threshold is NaN: it must be a whole number of 32 bits'],
-        [() => orvex.thresholdSeg(gray, 2 ** 31), 'threshold is 2147483648: it must be a whole number of 32 bits'],
-        [() => orvex.dilateBinary(gray, { width: 1, height: 1e10 }), 'size.height is 10000000000: it must be a whole number of 32 bits'],
-        [() => orvex.otsu(new Image(3, 3, 1, new Uint8Array(8))), 'src of 3 x 3 x 1 needs 9 bytes of data, not 8'],
-        [() => orvex.otsu(new Image(-3, 3, 1, new Uint8Array(9))), 'src has extents -3 x 3 x 1: they must be whole numbers from 0 on'],
-        [() => orvex.otsu({ rows: 65536, cols: 65536, channels: 0, data: new Uint8Array() }), 'src of 65536 x 65536 x 0 is larger than any image of the library'],
+        [
+            () => orvex.thresholdSeg(gray, 2 ** 31),
+            'threshold is 2147483648: it must be a whole number of 32 bits',
+        ],
+        [
+            () => orvex.dilateBinary(gray, { width: 1, height: 1e10 }),
+            'size.height is 10000000000: it must be a whole number of 32 bits',
+        ],
+        [
+            () => orvex.otsu(new Image(3, 3, 1, new Uint8Array(8))),
+            'src of 3 x 3 x 1 needs 9 bytes of data, not 8',
+        ],
+        [
+            () => orvex.otsu(new Image(-3, 3, 1, new Uint8Array(9))),
+            'src has extents -3 x 3 x 1: they must be whole numbers from 0 on',
+        ],
+        [
+            () => orvex.otsu({ rows: 65536, cols: 65536, channels: 0, data: new Uint8Array() }),
+            'src of 65536 x 65536 x 0 is larger than any image of the library',
+        ],
         [() => orvex.yuv2bgr(new Uint8Array(5), 2, 2), 'yuv of 2 x 2 pixels needs 6 bytes, not 5'],
         [() => orvex.yuv2bgr(new Uint8Array(5), -2, 2), 'a frame of -2 x 2 pixels: extents begin at 0'],
     ];
@@ -109,8 +136,14 @@ test('arguments that do not fit', () => {
 });
 
 test('lines are handed over call by call, also of one that fails', () => {
-    assert.deepEqual(linesOf(() => orvex.bgr2gray(noise(3, 3, 3))), [['D cv_imgproc.cpp:#] bgr2gray cost time: #ms']]);
-    assert.deepEqual(linesOf(() => orvex.otsu(noise(3, 3, 1))), []);
+    assert.deepEqual(
+        linesOf(() => orvex.bgr2gray(noise(3, 3, 3))),
+        [['D cv_imgproc.cpp:#] bgr2gray cost time: #ms']],
+    );
+    assert.deepEqual(
+        linesOf(() => orvex.otsu(noise(3, 3, 1))),
+        [],
+    );
     const [failed] = linesOf(() => orvex.otsu(noise(3, 3, 3)));
     assert.equal(failed[0], 'D cv_imgproc.cpp:#] [warn] input error 1 == src.channels ');
     const [sharp] = linesOf(() => orvex.getSharpness(noise(40, 40, 1)));
@@ -121,7 +154,10 @@ test('lines are dropped without a taker, and each object has its own', async () 
     orvex.bgr2gray(noise(3, 3, 3));
     assert.equal(linesOf(() => orvex.bgr2gray(noise(3, 3, 3)))[0].length, 1);
     const other = await load();
-    assert.deepEqual(linesOf(() => other.bgr2gray(noise(3, 3, 3))), []);
+    assert.deepEqual(
+        linesOf(() => other.bgr2gray(noise(3, 3, 3))),
+        [],
+    );
 });
 
 test('a taker of lines may call operations', () => {

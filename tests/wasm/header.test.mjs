@@ -22,7 +22,11 @@ function formsOfTheHeader() {
     const forms = new Map();
     for (const [, name, parameters] of operations.matchAll(/\bstatic [^()]*?(\w+)\(([^()]*)\);/g)) {
         const inputs = parameters.split(',').filter((text) => !text.includes('&') || /\bconst\b/.test(text));
-        addTo(forms, name, inputs.map((text) => text.match(/(\w+)\s*$/)[1]));
+        addTo(
+            forms,
+            name,
+            inputs.map((text) => text.match(/(\w+)\s*$/)[1]),
+        );
     }
     return forms;
 }
@@ -35,7 +39,11 @@ function formsOfTheDeclarations() {
         const parameters = [...text.matchAll(/(\w+)(\??):/g)].map(([, word, mark]) => ({ word, mark }));
         const least = parameters.filter(({ mark }) => mark === '').length;
         for (let n = least; n <= parameters.length; ++n)
-            addTo(forms, name, parameters.slice(0, n).map(({ word }) => word));
+            addTo(
+                forms,
+                name,
+                parameters.slice(0, n).map(({ word }) => word),
+            );
     }
     return forms;
 }
@@ -49,7 +57,8 @@ test('the parser finds all static functions', () => {
 test('every function is there and no other', async () => {
     const orvex = await orvex_991.load();
     const methods = Object.getOwnPropertyNames(Object.getPrototypeOf(orvex)).filter(
-        (name) => typeof Object.getOwnPropertyDescriptor(Object.getPrototypeOf(orvex), name).value === 'function',
+        (name) =>
+            typeof Object.getOwnPropertyDescriptor(Object.getPrototypeOf(orvex), name).value === 'function',
     );
     const expected = [...formsOfTheHeader().keys(), ...PAGES];
     assert.deepEqual(methods.filter((name) => name !== 'constructor').sort(), expected.sort());

@@ -23,6 +23,7 @@ export function page() {
     const image = new Image(500, 700, 1);
     for (let top = 70; top < 430; top += 30)
         for (let left = 80; left < 620; left += 16)
-            for (let row = top; row < top + 14; ++row) image.data.fill(255, row * 700 + left, row * 700 + left + 10);
+            for (let row = top; row < top + 14; ++row)
+                image.data.fill(255, row * 700 + left, row * 700 + left + 10);
     return image;
 }

@@ -12,7 +12,7 @@ test('white becomes 253', () => {
     assert.deepEqual([gray.rows, gray.cols, gray.channels, [...gray.data]], [2, 3, 1, Array(6).fill(253)]);
 });
 
-test('arguments are not written and results are the caller\'s', () => {
+test("arguments are not written and results are the caller's", () => {
     const src = noise(20, 30, 1);
     const before = src.data.slice();
     const first = orvex.thresholdSeg(src, 128);
@@ -28,7 +28,10 @@ test('a part of a larger array is an image, too', () => {
     const all = noise(4, 10, 1).data;
     const upper = new Image(2, 10, 1, all.subarray(20));
     assert.deepEqual(orvex.flipLR(orvex.flipLR(upper)).data, all.slice(20));
-    assert.equal(orvex.otsu({ rows: 2, cols: 10, channels: 1, data: Buffer.from(all.subarray(20)) }), orvex.otsu(upper));
+    assert.equal(
+        orvex.otsu({ rows: 2, cols: 10, channels: 1, data: Buffer.from(all.subarray(20)) }),
+        orvex.otsu(upper),
+    );
 });
 
 test('an image without pixels is an image', () => {
@@ -55,7 +58,13 @@ test('several results have the names of the header', () => {
     const { threshold, dst: inverted } = orvex.threshold(noise(9, 9, 1), 0, 255, 8 | 1);
     assert.equal(threshold, orvex.otsu(noise(9, 9, 1)));
     assert.deepEqual(new Set(inverted.data), new Set([0, 255]));
-    const marked = orvex.warpAffine(binary, Float32Array.of(1, 0, 0, 0, 1, 0), { width: 12, height: 12 }, INTERP_LINEAR, new Image(12, 12, 1));
+    const marked = orvex.warpAffine(
+        binary,
+        Float32Array.of(1, 0, 0, 0, 1, 0),
+        { width: 12, height: 12 },
+        INTERP_LINEAR,
+        new Image(12, 12, 1),
+    );
     assert.equal(marked.mask.data.filter((byte) => byte === 1).length, 11 * 11);
     assert.deepEqual(marked.dst.data, binary.data);
 });
@@ -68,13 +77,23 @@ test('components come with their pixels', () => {
         { x: 5, y: 3, width: 1, height: 1 },
     ]);
     assert.deepEqual(orvex.connectdComponent(binary, true).points, [
-        [{ x: 1, y: 1 }, { x: 2, y: 1 }, { x: 1, y: 2 }],
+        [
+            { x: 1, y: 1 },
+            { x: 2, y: 1 },
+            { x: 1, y: 2 },
+        ],
         [{ x: 5, y: 3 }],
     ]);
 });
 
 test('shapes of points', () => {
-    const points = [{ x: 0, y: 0 }, { x: 4, y: 0 }, { x: 4, y: 2 }, { x: 0, y: 2 }, { x: 1, y: 1 }];
+    const points = [
+        { x: 0, y: 0 },
+        { x: 4, y: 0 },
+        { x: 4, y: 2 },
+        { x: 0, y: 2 },
+        { x: 1, y: 1 },
+    ];
     assert.equal(orvex.convexHull(points).length, 4);
     const { center, width, height } = orvex.minAreaRect(points);
     assert.deepEqual({ center, width, height }, { center: { x: 2, y: 1 }, width: 4, height: 2 });

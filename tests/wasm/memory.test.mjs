@@ -24,7 +24,14 @@ test('a thousand calls leave nothing behind', async () => {
         () => orvex.bgr2gray(photo),
         () => orvex.hist(gray),
         () => orvex.threshold(gray, 0, 255, 8, gray),
-        () => orvex.warpAffine(gray, orvex.getRotationMatrix2D({ x: 9, y: 9 }, 5, 1), { width: 90, height: 90 }, 0, gray),
+        () =>
+            orvex.warpAffine(
+                gray,
+                orvex.getRotationMatrix2D({ x: 9, y: 9 }, 5, 1),
+                { width: 90, height: 90 },
+                0,
+                gray,
+            ),
         () => orvex.bwlabel(orvex.thresholdSeg(gray, 128)),
         () => orvex.connectdComponent(orvex.thresholdSeg(gray, 128), true),
         () => orvex.divideComponentsToRows(orvex.connectdComponent(gray)),
@@ -48,7 +55,10 @@ test('an image for which there is no memory is code 3, and the next one is well'
     const large = { width: 46340, height: 46340 };
     const identity = Float32Array.of(1, 0, 0, 0, 1, 0);
     for (let k = 0; k < 3; ++k)
-        assert.throws(() => orvex.warpAffine(new Image(2, 2, 1), identity, large), (error) => error.code === 3);
+        assert.throws(
+            () => orvex.warpAffine(new Image(2, 2, 1), identity, large),
+            (error) => error.code === 3,
+        );
     assert.equal(orvex.bgr2gray(filled(1, 1, 3, 255)).data[0], 253);
 });
 

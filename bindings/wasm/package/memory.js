@@ -195,15 +195,21 @@ function checkedImage(value, name) {
     const { rows, cols, channels, data } = value;
     for (const extent of [rows, cols, channels]) {
         if (!Number.isInteger(extent) || extent < 0) {
-            throw new RangeError(`${name} has extents ${rows} x ${cols} x ${channels}: they must be whole numbers from 0 on`);
+            throw new RangeError(
+                `${name} has extents ${rows} x ${cols} x ${channels}: they must be whole numbers from 0 on`,
+            );
         }
     }
     const bytes = rows * cols * channels;
     if (rows * cols > MOST_BYTES || bytes > MOST_BYTES) {
-        throw new RangeError(`${name} of ${rows} x ${cols} x ${channels} is larger than any image of the library`);
+        throw new RangeError(
+            `${name} of ${rows} x ${cols} x ${channels} is larger than any image of the library`,
+        );
     }
     if (data.length !== bytes) {
-        throw new RangeError(`${name} of ${rows} x ${cols} x ${channels} needs ${bytes} bytes of data, not ${data.length}`);
+        throw new RangeError(
+            `${name} of ${rows} x ${cols} x ${channels} needs ${bytes} bytes of data, not ${data.length}`,
+        );
     }
     return value;
 }

@@ -1,5 +1,19 @@
 import { Call, Memory } from './memory.js';
-import { boolOf, intOf, isPoint, isRect, matrixOf, numberOf, pointOf, point32fOf, pointsOf, rectOf, rectsOf, rotatedRectOf, sizeOf } from './values.js';
+import {
+    boolOf,
+    intOf,
+    isPoint,
+    isRect,
+    matrixOf,
+    numberOf,
+    pointOf,
+    point32fOf,
+    pointsOf,
+    rectOf,
+    rectsOf,
+    rotatedRectOf,
+    sizeOf,
+} from './values.js';
 
 const pointIn = (call) => ({ x: call.number(0), y: call.number(1) });
 const rectIn = (call) => ({ ...pointIn(call), width: call.number(2), height: call.number(3) });
@@ -53,8 +67,10 @@ export class Orvex {
         if (!(yuv instanceof Uint8Array)) throw new TypeError('yuv must be a Uint8Array');
         intOf(rows, 'rows');
         intOf(cols, 'cols');
-        if (rows < 0 || cols < 0) throw new RangeError(`a frame of ${rows} x ${cols} pixels: extents begin at 0`);
-        const needed = rows && cols ? (Math.floor((rows - 1) / 2) + rows) * cols + Math.ceil(cols / 2) * 2 : 0;
+        if (rows < 0 || cols < 0)
+            throw new RangeError(`a frame of ${rows} x ${cols} pixels: extents begin at 0`);
+        const needed =
+            rows && cols ? (Math.floor((rows - 1) / 2) + rows) * cols + Math.ceil(cols / 2) * 2 : 0;
         if (yuv.length < needed) {
             throw new RangeError(`yuv of ${rows} x ${cols} pixels needs ${needed} bytes, not ${yuv.length}`);
         }
@@ -181,7 +197,12 @@ export class Orvex {
 
     getRotationMatrix2D(center, angle, scale) {
         return this.#call((call) => {
-            call.run('getRotationMatrix2D', ...point32fOf(center, 'center'), numberOf(angle, 'angle'), numberOf(scale, 'scale'));
+            call.run(
+                'getRotationMatrix2D',
+                ...point32fOf(center, 'center'),
+                numberOf(angle, 'angle'),
+                numberOf(scale, 'scale'),
+            );
             return Float32Array.from({ length: 6 }, (_, k) => call.real(k));
         });
     }
@@ -202,7 +223,13 @@ export class Orvex {
     pointAffine(pt, trans_mat, scale, origin) {
         const matrix = matrixOf(trans_mat, 'trans_mat');
         return this.#call((call) => {
-            call.run('pointAffine', ...pointOf(pt, 'pt'), call.block(matrix), numberOf(scale, 'scale'), ...pointOf(origin, 'origin'));
+            call.run(
+                'pointAffine',
+                ...pointOf(pt, 'pt'),
+                call.block(matrix),
+                numberOf(scale, 'scale'),
+                ...pointOf(origin, 'origin'),
+            );
             return pointIn(call);
         });
     }

@@ -38,7 +38,8 @@ export const point32fOf = (value, name) => fieldsOf(value, name, POINT, 'a point
 export const sizeOf = (value, name) => fieldsOf(value, name, SIZE, 'a size', intOf);
 export const rectOf = (value, name) => fieldsOf(value, name, RECT, 'a rectangle', intOf);
 
-const has = (value, fields) => typeof value === 'object' && value !== null && fields.every((field) => field in value);
+const has = (value, fields) =>
+    typeof value === 'object' && value !== null && fields.every((field) => field in value);
 export const isRect = (value) => has(value, RECT);
 export const isPoint = (value) => has(value, POINT) && !isRect(value);
 
