@@ -14,7 +14,9 @@ import { StageList } from './page/stage_list.js';
 import { Viewer } from './page/viewer.js';
 
 let settings: Settings = initialSettings();
+/** Of the last run, and the settings that it had. */
 let reports: readonly StageReport[] = [];
+let reported: Settings = settings;
 /** Behind which stage; the last that is on by default. */
 let show: string | null | 'last' = 'last';
 let photo = { name: '', rows: 0, cols: 0 };
@@ -35,7 +37,7 @@ const viewer = new Viewer(found('viewer'), found<HTMLCanvasElement>('canvas'), f
 
 const stages = new StageList(found('stages'), (wanted) => {
     settings = wanted;
-    history.replaceState(null, '', asLink(settings));
+    remember();
     compute();
 });
 
@@ -63,6 +65,13 @@ const engine = new Engine({
         busy(false);
     },
 });
+
+let remembering = 0;
+/** Puts the settings into the address once a slider rests: browsers refuse to be told too often. */
+function remember(): void {
+    clearTimeout(remembering);
+    remembering = window.setTimeout(() => history.replaceState(null, '', asLink(settings)), 250);
+}
 
 function choose(file: Blob, name: string): void {
     complain('');
@@ -93,6 +102,7 @@ function busy(yes: boolean): void {
 
 function done(message: Done): void {
     reports = message.reports;
+    reported = settings;
     const map = reports.find((report) => report.id === message.shown)?.map ?? IDENTITY;
     stages.report(reports);
     showFindings(photo, reports);
@@ -168,6 +178,7 @@ found('reset').onclick = () => {
     settings = initialSettings();
     show = 'last';
     complain('');
+    clearTimeout(remembering);
     history.replaceState(null, '', location.pathname);
     stages.show(settings);
     compute();
@@ -184,21 +195,21 @@ window.addEventListener('hashchange', () => {
 const base = (): string => photo.name.replace(/\.[^.]*$/, '') || 'page';
 found('take-picture').onclick = async () => save(await engine.picture(), `${base()}_page.png`);
 found('take-json').onclick = () => {
-    const blob = new Blob([jsonOf(settings, reports, photo)], { type: 'application/json' });
+    const blob = new Blob([jsonOf(reported, reports, photo)], { type: 'application/json' });
     save(blob, `${base()}_results.json`);
 };
 found('take-cpp').onclick = () =>
     openSheet({
         title: 'The same in C++',
         about: 'With orvex_991 alone; angles are those of this photograph.',
-        text: cppOf(settings, reports),
+        text: cppOf(reported, reports),
         name: 'page_of.cpp',
     });
 found('take-commands').onclick = () =>
     openSheet({
         title: 'The same by docprep',
         about: 'One command a stage, the same bytes for the same pixels.',
-        text: commandsOf(settings, reports, photo.name),
+        text: commandsOf(reported, reports, photo.name),
         name: 'page_of.sh',
     });
 

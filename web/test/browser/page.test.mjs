@@ -207,6 +207,7 @@ test('a link brings back order, switches and values', async () => {
     await page.click('label[for=on-seal]');
     await page.locator('#components-most').fill('8');
     await settled(page);
+    await page.waitForURL(/components\.most=8/);
     const found = await page.locator('#measured').textContent();
     const other = await visited(browser, page.url());
     assert.equal(await other.page.locator('#measured').textContent(), found);
