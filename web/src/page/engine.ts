@@ -40,7 +40,13 @@ export class Engine {
     /** Overtakes what was asked for before. */
     compute(settings: Settings, show: string | null): void {
         if (this.worker) this.post({ type: 'run', run: ++this.run, settings, show });
-        else if (this.file) this.open(this.file);
+        else this.resume();
+    }
+
+    /** After so many breaks that the page has waited for other settings. */
+    private resume(): void {
+        const file = this.opening ?? this.file;
+        if (file) this.open(file);
     }
 
     /** The picture that the last run showed, as PNG. */

@@ -200,6 +200,20 @@ test('a worker that breaks is started again, says so, and goes on with the same 
     await context.close();
 });
 
+test('a library that cannot be loaded is tried three times, and again when something changes', async () => {
+    const context = await browser.newContext();
+    const page = await context.newPage();
+    let asked = 0;
+    await context.route('**/*.wasm', (route) => (++asked <= 3 ? route.abort() : route.continue()));
+    await page.goto(site.address);
+    await complained(page, 'It is started again as soon as something changes.');
+    assert.equal(asked, 3);
+    await page.click('label[for=on-seal]');
+    await page.locator('#measured div', { hasText: 'Rows' }).waitFor();
+    assert.equal(asked, 4);
+    await context.close();
+});
+
 test('a link brings back order, switches and values', async () => {
     const { page, context } = await visit();
     await page.click('[data-stage=deskew] button[aria-label="Move Deskew up"]');

@@ -88,6 +88,21 @@ test('what is no error of the library passes', async () => {
     await assert.rejects(pipeline().run(short, initialSettings(), never), RangeError);
 });
 
+test('a page of nothing but specks gives its many components in one row', async () => {
+    const [rows, cols] = [1000, 1000];
+    const picture = new Image(rows, cols, 1);
+    for (let row = 0; row < rows; ++row)
+        for (let col = row % 2; col < cols; col += 2) picture.data[row * cols + col] = 255;
+    const off = ['seal', 'gray', 'sharpness', 'deskew'];
+    let settings = withValue(initialSettings(), 'binarise', 'method', 'level');
+    for (const id of off) settings = switched(settings, id, false);
+    settings = withValue(settings, 'components', 'least', 1);
+    const reports = (await pipeline().run({ key: 1, picture }, settings, never))!;
+    assert.ok(reports.every((report) => !report.error));
+    assert.equal((reports.find((report) => report.id === 'rows')!.facts['rows'] as unknown[]).length, 1);
+    assert.ok((reports.find((report) => report.id === 'components')!.facts['letters'] as number) > 400_000);
+});
+
 test('lines of the library stand with the stage that printed them', async () => {
     const reports = await pipeline().run(page(), initialSettings(), never);
     assert.match(reports!.find((report) => report.id === 'gray')!.lines.join(), /bgr2gray cost time/);
