@@ -26,6 +26,7 @@ agrees "the vcpkg port" \
 agrees "the Conan recipe" "$("$source/tests/package/conan_recipe" version "$source/packaging/conan")"
 agrees "the Python package" "$(cd "$source" && /usr/bin/python3 setup.py --version)"
 agrees "the npm package" "$(first "$source/bindings/wasm/package/package.json" '^ *"version": "\(.*\)",$')"
+agrees "docs/wasm.md" "$(first "$source/docs/wasm.md" '.*orvex_991-\([0-9.]*\)\.tgz.*')"
 [ -z "$docprep" ] || agrees "docprep --version" "$("$docprep" --version)" "docprep $version"
 
 # Above the newest release the changelog may have a heading for what is not released.

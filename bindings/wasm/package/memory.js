@@ -19,8 +19,6 @@ export class Memory {
                     return 0;
                 },
                 fd_write: (_file, parts, count, written) => this.#write(parts, count, written),
-                fd_close: () => 0,
-                fd_seek: () => 70, // there is nothing to seek in
                 proc_exit: () => {
                     throw new Error('the module has ended itself');
                 },
