@@ -21,12 +21,14 @@ void prepare_heap() {
     mallopt(M_MMAP_THRESHOLD, 32 * kMiB);  // the highest that malloc takes: larger blocks go back at once
     mallopt(M_TRIM_THRESHOLD, 2 * kReserved);
     mallopt(M_TOP_PAD, kReserved);
-    const auto begin = (reinterpret_cast<uintptr_t>(sbrk(0)) + kHugePage - 1) / kHugePage * kHugePage;
-    void* volatile const block =
-        std::malloc(kMiB);  // more than is left: the heap grows now; nothing is touched
+    char* const end_before = static_cast<char*>(sbrk(0));
+    // More than is left: the heap grows now. Nothing is touched.
+    void* volatile const block = std::malloc(kMiB);
     std::free(block);
-    const auto end = reinterpret_cast<uintptr_t>(sbrk(0));
-    if (end > begin) madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
+    char* const end = static_cast<char*>(sbrk(0));
+    char* const begin =
+        end_before + (kHugePage - reinterpret_cast<uintptr_t>(end_before) % kHugePage) % kHugePage;
+    if (end > begin) madvise(begin, static_cast<size_t>(end - begin), MADV_HUGEPAGE);
     mallopt(M_TOP_PAD, kMiB);
 }
 

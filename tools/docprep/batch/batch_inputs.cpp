@@ -63,10 +63,8 @@ class Search {
 
     void argument(const std::string& text) {
         std::error_code ignored;
-        if (fs::exists(fs::symlink_status(text, ignored)))
-            name(text, 0);
-        else if (!pattern(text, std::nullopt))
-            name(text, 0);
+        const bool is_there = fs::exists(fs::symlink_status(text, ignored));
+        if (is_there || !pattern(text, std::nullopt)) name(text, 0);
     }
 
     void list(std::FILE* file) {
