@@ -49,7 +49,7 @@ ORVEX_INLINE void bgr_from_luma(const uint8_t* luma, const Chroma* chroma, const
     for (int h = 0; h < 2; ++h) {
         const I16 y_lane = (I16)(h ? widen_high(y) : widen_low(y)), y84 = by->by_84 * y_lane;
         b[h] = y_lane + (chroma->u_whole[h] + ((y84 + chroma->u_rest[h]) >> 9));
-        g[h] = y_lane + (chroma->g_whole[h] + (I16)(((U16)(y84 + y84) + (U16)chroma->g_rest[h]) >> 10));
+        g[h] = y_lane + (chroma->g_whole[h] + (I16)(((U16)y84 + (U16)y84 + (U16)chroma->g_rest[h]) >> 10));
         r[h] = y_lane + (chroma->v_whole[h] + ((y84 + chroma->v_rest[h]) >> 9));
     }
     join3(bgr, narrow(b[0], b[1]), narrow(g[0], g[1]), narrow(r[0], r[1]));
