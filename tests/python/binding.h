@@ -1,4 +1,4 @@
-// What tests/golden/bound_calls.cpp needs of Python: arguments become numpy arrays and tuples, and results, errors and
+// What tests/bindings/bound_calls.cpp needs of Python: arguments become numpy arrays and tuples, and results, errors and
 // printed lines come back from the package.
 #ifndef ORVEX_TESTS_PYTHON_BINDING_H
 #define ORVEX_TESTS_PYTHON_BINDING_H

@@ -1,4 +1,4 @@
-// What tests/golden/bound_calls.cpp needs of JavaScript: arguments become objects and typed arrays, and results, errors
+// What tests/bindings/bound_calls.cpp needs of JavaScript: arguments become objects and typed arrays, and results, errors
 // and printed lines come back from the npm package, which golden.test.mjs has loaded.
 #ifndef ORVEX_TESTS_WASM_BINDING_H
 #define ORVEX_TESTS_WASM_BINDING_H

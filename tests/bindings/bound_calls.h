@@ -1,7 +1,7 @@
 // Included before each source of the golden cases, so that what they call CImgproc goes through another language's
 // package: arguments become its values, and results, errors and printed lines come back from there.
-#ifndef ORVEX_TESTS_GOLDEN_BOUND_CALLS_H
-#define ORVEX_TESTS_GOLDEN_BOUND_CALLS_H
+#ifndef ORVEX_TESTS_BINDINGS_BOUND_CALLS_H
+#define ORVEX_TESTS_BINDINGS_BOUND_CALLS_H
 
 #include "cv_imgproc.h"
 
@@ -75,4 +75,4 @@ class BoundCalls {
 #define CImgproc BoundCalls
 #endif
 
-#endif  // ORVEX_TESTS_GOLDEN_BOUND_CALLS_H
+#endif  // ORVEX_TESTS_BINDINGS_BOUND_CALLS_H
