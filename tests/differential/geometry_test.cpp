@@ -1,5 +1,6 @@
 #include "geometry.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -147,12 +148,29 @@ TEST(Differential, resize_to_a_size_equals_the_reference) {
     }
 }
 
+// Rows are looked up in blocks, and columns in vectors: many of either, whole blocks and parts of one.
+TEST(Differential, resize_of_long_images_equals_the_reference) {
+    Random random(78);
+    for (int round = 0; round < 600; ++round) {
+        const int longer = random.pick({254, 256, 258, 512, 514, random.range(200, 800)});
+        const int shorter = 2 * random.range(1, 20) + (random.chance(20) ? 1 : 0);
+        const bool upright = random.chance(70);
+        const U8 src =
+            any_image(random, random.range(1, 4), upright ? longer : shorter, upright ? shorter : longer);
+        const double factor = random.pick({0.5, 0.5, 0.27, 0.4, 0.9, 1.0, 1.7, 2.0});
+        const Size size(std::max(1, static_cast<int>(src.cols * factor)),
+                        std::max(1, static_cast<int>(src.rows * factor)));
+        compare_resize(src, any_previous(random), random.chance(25), size, 0);
+        if (HasFatalFailure()) FAIL() << "round " << round;
+    }
+}
+
 // The same matrices by way of warpAffine with a mask: the axis-aligned shortcut fills it, too.
 TEST(Differential, axis_aligned_warps_with_a_mask_equal_the_reference) {
     Random random(74);
     for (int round = 0; round < 4000; ++round) {
         const U8 src = any_image(random, random.range(1, 4));
-        const Size size(any_side(random), any_side(random));
+        const Size size(any_side(random), random.chance(95) ? any_side(random) : random.range(128, 400));
         const float fx = static_cast<float>(size.width) / static_cast<float>(src.cols);
         const float fy = static_cast<float>(size.height) / static_cast<float>(src.rows);
         compare_warp(src, matrix_of({fx, 0, fx * 0.5f - 0.5f, 0, fy, fy * 0.5f - 0.5f}), size, 0, false,

@@ -130,35 +130,26 @@ class Warp {
         const Columns columns = inside(x_at, cols_, src_cols_);
         const int width = columns.end - columns.begin;
         Stretch stretch(*this, x_at, columns);
+        RowWriter writer(*this, stretch, width);
         // Rows lie along a line as columns do.
         const CoordinateLine down = {0, a_[4], a_[5]};
         const Columns rows = inside(down, rows_, src_rows_);
-        Blend blend(stretch, isa_, src_.data, stride_, a_[4]);
-        const auto source = [&](int row) {
-            return src_.data + row * stride_ + static_cast<ptrdiff_t>(stretch.first_col()) * channels_;
-        };
         // Where the rows of a block lie: the row above and its weight.
-        constexpr int kRowBlock = 128;
         int32_t tops[kRowBlock];
         int16_t weights[kRowBlock];
         copy_rows(x_at, 0, rows.begin);
-        for (int begin = rows.begin; begin < rows.end; begin += kRowBlock) {
-            const int count = std::min(kRowBlock, rows.end - begin);
+        for (int begin = rows.begin, count = 0; begin < rows.end; begin += count) {
+            count = std::min(kRowBlock, rows.end - begin);
             kernels::sample_columns(isa_, down, begin, tops, weights, count);
-            if (width == cols_ && stretch.is_halving() &&
-                are_pairs(tops, weights, static_cast<size_t>(count))) {
-                kernels::halve_rows(isa_, source(tops[0]), stride_, channels_, out_, width, count);
+            if (width == cols_ && writer.halves(tops, weights, count)) {
+                writer.halve(tops[0], count, out_);
                 advance(width * count, 1);
                 continue;
             }
             for (int k = 0; k < count; ++k) {
                 const CoordinateLine y_at = y(begin + k);
                 copy(x_at, y_at, 0, columns.begin);
-                if (weights[k] == kOne_q11 && stretch.is_copy())
-                    std::memcpy(out_, source(tops[k]),
-                                static_cast<size_t>(width) * static_cast<size_t>(channels_));
-                else
-                    blend.write(tops[k], weights[k], out_);
+                writer.write(tops[k], weights[k], out_);
                 advance(width, 1);
                 copy(x_at, y_at, columns.end, cols_);
             }
@@ -295,38 +286,57 @@ class Warp {
         Scratch<int32_t> rest_of_upper_, rest_of_lower_;
     };
 
-    /// Output rows between stretched source rows.
-    class Blend {
+    /// Writes what is interpolated of output rows, in the way that takes least.
+    class RowWriter {
      public:
-        /// @param step  from one output row to the next, in source rows
-        Blend(Stretch& stretch, Isa isa, const unsigned char* source, ptrdiff_t stride, float step)
+        RowWriter(const Warp& warp, Stretch& stretch, int width)
             : stretch_(stretch),
-              isa_(isa),
-              source_(source),
-              stride_(stride),
-              serves_once_(std::fabs(step) >= 2) {}
+              isa_(warp.isa_),
+              channels_(warp.channels_),
+              width_(width),
+              source_(warp.src_.data),
+              stride_(warp.stride_),
+              serves_once_(std::fabs(warp.a_[4]) >= 2) {}
 
+        /// One row, between `top`, which has the weight, and the row below it, which has the rest.
         void write(int top, int weight, unsigned char* out) {
-            if (serves_once_)
-                stretch_.apply(source_ + top * stride_, source_ + (top + 1) * stride_, weight, out);
+            const ptrdiff_t bytes = static_cast<ptrdiff_t>(stretch_.elements());
+            if (weight == kOne_q11 && stretch_.is_copy())
+                std::memcpy(out, first_pixel(top), static_cast<size_t>(bytes));
+            else if (serves_once_)
+                stretch_.apply(row(top), row(top + 1), weight, out);
             else
-                kernels::blend_rows(isa_, stretched_q11(top), stretched_q11(top + 1), weight, out,
-                                    static_cast<ptrdiff_t>(stretch_.elements()));
+                kernels::blend_rows(isa_, stretched_q11(top), stretched_q11(top + 1), weight, out, bytes);
+        }
+
+        /// Whether every pixel of so many rows is the mean of two by two.
+        bool halves(const int32_t* tops, const int16_t* weights, int count) const {
+            return stretch_.is_halving() && are_pairs(tops, weights, static_cast<size_t>(count));
+        }
+        /// Writes such rows, one behind the other.
+        void halve(int top, int count, unsigned char* out) const {
+            kernels::halve_rows(isa_, first_pixel(top), stride_, channels_, out, width_, count);
         }
 
      private:
-        const int32_t* stretched_q11(int row) {
-            Scratch<int32_t>& elements = stretched_[row % 2];
-            if (stretched_row_[row % 2] != row) {
+        const unsigned char* row(int at) const { return source_ + at * stride_; }
+        const unsigned char* first_pixel(int at) const {
+            return row(at) + static_cast<ptrdiff_t>(stretch_.first_col()) * channels_;
+        }
+
+        const int32_t* stretched_q11(int at) {
+            Scratch<int32_t>& elements = stretched_[at % 2];
+            if (stretched_row_[at % 2] != at) {
                 elements.resize(stretch_.elements());
-                stretch_.apply(source_ + row * stride_, elements.data());
-                stretched_row_[row % 2] = row;
+                stretch_.apply(row(at), elements.data());
+                stretched_row_[at % 2] = at;
             }
             return elements.data();
         }
 
         Stretch& stretch_;
         const Isa isa_;
+        const int channels_, width_;
         const unsigned char* const source_;
         const ptrdiff_t stride_;
         const bool serves_once_;  // whether no source row is stretched for two output rows
@@ -370,6 +380,8 @@ class Warp {
         out_ += static_cast<ptrdiff_t>(n) * channels_;
         if (mask_) mask_ = std::fill_n(mask_, n, interpolated);
     }
+
+    static constexpr int kRowBlock = 128;
 
     const Mat<unsigned char>& src_;
     const float* const a_;
