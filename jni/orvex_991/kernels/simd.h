@@ -79,6 +79,20 @@ ORVEX_INLINE U16 widen_high(U8 v) {
     return (U16)ORVEX_INTERLEAVE_HIGH(v, U8{});
 }
 
+// The lower, or the upper, 8 bytes of each half of both.
+#if ORVEX_VEC == 32
+#define ORVEX_JOIN_8(part, a, b) \
+    (U8) __builtin_shufflevector((U64)a, (U64)b, part, 4 + part, 2 + part, 6 + part)
+#else
+#define ORVEX_JOIN_8(part, a, b) (U8) __builtin_shufflevector((U64)a, (U64)b, part, 2 + part)
+#endif
+ORVEX_INLINE U8 join_fronts(U8 a, U8 b) {
+    return ORVEX_JOIN_8(0, a, b);
+}
+ORVEX_INLINE U8 join_backs(U8 a, U8 b) {
+    return ORVEX_JOIN_8(1, a, b);
+}
+
 // Bytes of signed 16-bit lanes, saturated to 0 .. 255.
 ORVEX_INLINE U8 narrow(I16 low, I16 high) {
 #if ORVEX_VEC == 32
@@ -128,12 +142,23 @@ ORVEX_INLINE I32 multiply_add_pairs(I16 a, I16 b) {
 #endif
 }
 
+// The same of bytes and of signed ones, where that is one instruction; no sum may leave 16 bits.
+#if ORVEX_VEC == 32
+#define ORVEX_BYTE_PRODUCTS
+ORVEX_INLINE I16 multiply_add_byte_pairs(U8 a, I8 b) {
+    return (I16)_mm256_maddubs_epi16((__m256i)a, (__m256i)b);
+}
+#elif defined(ORVEX_SSSE3)
+#define ORVEX_BYTE_PRODUCTS
+ORVEX_INLINE I16 multiply_add_byte_pairs(U8 a, I8 b) {
+    return (I16)_mm_maddubs_epi16((__m128i)a, (__m128i)b);
+}
+#endif
+
 // Sums of neighbouring bytes: lane i is v[2i] + v[2i + 1].
 ORVEX_INLINE U16 add_pairs(U8 v) {
-#if ORVEX_VEC == 32
-    return (U16)_mm256_maddubs_epi16((__m256i)v, _mm256_set1_epi8(1));
-#elif defined(ORVEX_SSSE3)
-    return (U16)_mm_maddubs_epi16((__m128i)v, _mm_set1_epi8(1));
+#if defined(ORVEX_BYTE_PRODUCTS)
+    return (U16)multiply_add_byte_pairs(v, I8{} + 1);
 #elif defined(ORVEX_NEON64)
     return (U16)vpaddlq_u8((uint8x16_t)v);
 #else
