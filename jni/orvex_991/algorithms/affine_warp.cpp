@@ -126,54 +126,55 @@ class Warp {
     }
 
     void run_separable() {
-        const CoordinateLine x_at = x(0);
-        const Columns columns = inside(x_at, cols_, src_cols_);
-        const int width = columns.end - columns.begin;
-        Stretch stretch(*this, x_at, columns);
-        RowWriter writer(*this, stretch, width);
         // Rows lie along a line as columns do.
-        const CoordinateLine down = {0, a_[4], a_[5]};
-        const Columns rows = inside(down, rows_, src_rows_);
+        const CoordinateLine x_at = x(0), down = {0, a_[4], a_[5]};
+        const Columns columns = inside(x_at, cols_, src_cols_), rows = inside(down, rows_, src_rows_);
+        copy_rows(x_at, 0, rows.begin);
+        if (columns.end - columns.begin == cols_ && are_pairs(x_at, columns) && are_pairs(down, rows))
+            halve(rows.end - rows.begin, floor_at(down, rows.begin), floor_at(x_at, 0));
+        else
+            interpolate(x_at, columns, down, rows);
+        copy_rows(x_at, rows.end, rows_);
+    }
+
+    /// Whether each of a range of columns, or of rows, lies in the middle between two of the source, and the next one
+    /// between the next two. Up to 2^22 all halves are exact.
+    static bool are_pairs(const CoordinateLine& line, const Columns& range) {
+        if (line.step != 2.0f || range.begin == range.end) return false;
+        const float first = at(line, range.begin), last = at(line, range.end - 1);
+        return first - std::floor(first) == 0.5f && last < 4194304.0f;
+    }
+
+    /// Whole rows of pixels that are the means of two by two, from a pixel of the source on.
+    void halve(int count, int row, int col) {
+        kernels::halve_rows(isa_, src_.data + row * stride_ + static_cast<ptrdiff_t>(col) * channels_,
+                            stride_, channels_, out_, cols_, count);
+        advance(cols_ * count, 1);
+    }
+
+    void interpolate(const CoordinateLine& x_at, const Columns& columns, const CoordinateLine& down,
+                     const Columns& rows) {
+        Stretch stretch(*this, x_at, columns);
+        RowWriter writer(*this, stretch);
         // Where the rows of a block lie: the row above and its weight.
         int32_t tops[kRowBlock];
         int16_t weights[kRowBlock];
-        copy_rows(x_at, 0, rows.begin);
         for (int begin = rows.begin, count = 0; begin < rows.end; begin += count) {
             count = std::min(kRowBlock, rows.end - begin);
             kernels::sample_columns(isa_, down, begin, tops, weights, count);
-            if (width == cols_ && writer.halves(tops, weights, count)) {
-                writer.halve(tops[0], count, out_);
-                advance(width * count, 1);
-                continue;
-            }
             for (int k = 0; k < count; ++k) {
                 const CoordinateLine y_at = y(begin + k);
                 copy(x_at, y_at, 0, columns.begin);
                 writer.write(tops[k], weights[k], out_);
-                advance(width, 1);
+                advance(columns.end - columns.begin, 1);
                 copy(x_at, y_at, columns.end, cols_);
             }
         }
-        copy_rows(x_at, rows.end, rows_);
     }
 
     /// Whole rows of the output, copied from the nearest source pixels.
     void copy_rows(const CoordinateLine& x_at, int begin, int end) {
         for (int row = begin; row < end; ++row) copy(x_at, y(row), 0, cols_);
-    }
-
-    /// Every output column, or row, is one of the source's, of a run of them.
-    static bool are_single(const int32_t* left, const int16_t* weight, size_t n) {
-        return is_every(left, weight, n, 1, kOne_q11);
-    }
-    /// Every one is the mean of two, of a run of such pairs.
-    static bool are_pairs(const int32_t* left, const int16_t* weight, size_t n) {
-        return is_every(left, weight, n, 2, kOne_q11 / 2);
-    }
-    static bool is_every(const int32_t* left, const int16_t* weight, size_t n, int apart, int wanted_weight) {
-        for (size_t k = 0; k < n; ++k)
-            if (left[k] != left[0] + apart * static_cast<int>(k) || weight[k] != wanted_weight) return false;
-        return n > 0;
     }
 
     /// Interpolation along a source row, the same for every row.
@@ -187,13 +188,13 @@ class Warp {
               weight_(left_.size()) {
             kernels::sample_columns(isa_, x_at, columns.begin, left_.data(), weight_.data(),
                                     static_cast<int>(left_.size()));
-            is_copy_ = are_single(left_.data(), weight_.data(), left_.size());
-            is_halving_ = are_pairs(left_.data(), weight_.data(), left_.size());
+            for (size_t k = 0; k < left_.size() && is_copy_; ++k)
+                is_copy_ = left_[k] == left_[0] + static_cast<int>(k) && weight_[k] == kOne_q11;
         }
 
         int first_col() const { return left_.empty() ? 0 : left_[0]; }
+        /// Whether the row is a part of the source row as it is.
         bool is_copy() const { return is_copy_; }
-        bool is_halving() const { return is_halving_; }
         size_t elements() const { return left_.size() * static_cast<size_t>(channels_); }
 
         /// Stretches one row.
@@ -274,7 +275,7 @@ class Warp {
         // By column of the output: its left neighbour's column in the source, and that one's weight.
         Scratch<int32_t> left_;
         Scratch<int16_t> weight_;
-        bool is_copy_, is_halving_;
+        bool is_copy_ = true;
         // By byte of the output row: the byte of the left neighbour in the source row, and its weight.
         Scratch<int32_t> at_;
         Scratch<int16_t> element_weight_;
@@ -289,11 +290,10 @@ class Warp {
     /// Writes what is interpolated of output rows, in the way that takes least.
     class RowWriter {
      public:
-        RowWriter(const Warp& warp, Stretch& stretch, int width)
+        RowWriter(const Warp& warp, Stretch& stretch)
             : stretch_(stretch),
               isa_(warp.isa_),
               channels_(warp.channels_),
-              width_(width),
               source_(warp.src_.data),
               stride_(warp.stride_),
               serves_once_(std::fabs(warp.a_[4]) >= 2) {}
@@ -302,27 +302,16 @@ class Warp {
         void write(int top, int weight, unsigned char* out) {
             const ptrdiff_t bytes = static_cast<ptrdiff_t>(stretch_.elements());
             if (weight == kOne_q11 && stretch_.is_copy())
-                std::memcpy(out, first_pixel(top), static_cast<size_t>(bytes));
+                std::memcpy(out, row(top) + static_cast<ptrdiff_t>(stretch_.first_col()) * channels_,
+                            static_cast<size_t>(bytes));
             else if (serves_once_)
                 stretch_.apply(row(top), row(top + 1), weight, out);
             else
                 kernels::blend_rows(isa_, stretched_q11(top), stretched_q11(top + 1), weight, out, bytes);
         }
 
-        /// Whether every pixel of so many rows is the mean of two by two.
-        bool halves(const int32_t* tops, const int16_t* weights, int count) const {
-            return stretch_.is_halving() && are_pairs(tops, weights, static_cast<size_t>(count));
-        }
-        /// Writes such rows, one behind the other.
-        void halve(int top, int count, unsigned char* out) const {
-            kernels::halve_rows(isa_, first_pixel(top), stride_, channels_, out, width_, count);
-        }
-
      private:
         const unsigned char* row(int at) const { return source_ + at * stride_; }
-        const unsigned char* first_pixel(int at) const {
-            return row(at) + static_cast<ptrdiff_t>(stretch_.first_col()) * channels_;
-        }
 
         const int32_t* stretched_q11(int at) {
             Scratch<int32_t>& elements = stretched_[at % 2];
@@ -336,7 +325,7 @@ class Warp {
 
         Stretch& stretch_;
         const Isa isa_;
-        const int channels_, width_;
+        const int channels_;
         const unsigned char* const source_;
         const ptrdiff_t stride_;
         const bool serves_once_;  // whether no source row is stretched for two output rows

@@ -59,9 +59,10 @@ static void hsv_from_bgr(const uint8_t* bgr, uint8_t* hsv, ptrdiff_t n) {
                 hue[2 * h + q] = sector + ((I32)(h15 < 0) & 180);
             }
         }
-        join3(hsv + 3 * i, narrow(narrow16(hue[0], hue[1]), narrow16(hue[2], hue[3])),
-              narrow(narrow16(saturation[0], saturation[1]), narrow16(saturation[2], saturation[3])),
-              largest);
+        const I16 hues[2] = {narrow16(hue[0], hue[1]), narrow16(hue[2], hue[3])};
+        const I16 saturations[2] = {narrow16(saturation[0], saturation[1]),
+                                    narrow16(saturation[2], saturation[3])};
+        join3(hsv + 3 * i, hues, saturations, largest);
     }
 #endif
     for (; i < n; ++i) hsv_of_pixel(bgr[3 * i], bgr[3 * i + 1], bgr[3 * i + 2], hsv + 3 * i);

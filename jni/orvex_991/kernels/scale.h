@@ -145,6 +145,7 @@ static inline void halve_two_rows(const uint8_t* upper, const uint8_t* lower, in
     if (channels == 1) {
         for (; k + kBytes <= n; k += kBytes) {
             const uint8_t *const u = upper + 2 * k, *const l = lower + 2 * k;
+            prefetch_ahead(u), prefetch_ahead(l);
             const U8 v =
                 narrow(mean_of_pairs(load(u), load(l)), mean_of_pairs(load(u + kBytes), load(l + kBytes)));
 #if ORVEX_VEC == 32
@@ -159,8 +160,10 @@ static inline void halve_two_rows(const uint8_t* upper, const uint8_t* lower, in
     if (channels == 3) {
         // 4 bytes too many are read and written: they belong to the next pixels, of which there must be two.
         enum { kPixels = kBytes / 4 };
-        for (; k + kPixels + 2 <= n; k += kPixels)
+        for (; k + kPixels + 2 <= n; k += kPixels) {
+            prefetch_ahead(upper + 6 * k), prefetch_ahead(lower + 6 * k);
             store_halves(out + 3 * k, 12, halve_pixels(upper + 6 * k, lower + 6 * k, 0));
+        }
         // The last ones, some perhaps once more, with the bytes before theirs; a pixel may be left between.
         if (k > 0) {
             n -= kPixels;

@@ -37,6 +37,17 @@ ORVEX_INLINE void store(void* to, U8 v) {
     __builtin_memcpy(to, &v, sizeof v);
 }
 
+// Asks for the memory where a loop over short rows will be some rows further on, perhaps beyond the image: streams
+// that change places with every row are more than the processor foresees.
+ORVEX_INLINE void prefetch_ahead(const uint8_t* at) {
+#ifdef ORVEX_SSE2
+    enum { kAhead = 2560 };
+    __builtin_prefetch((const void*)((uintptr_t)at + kAhead));
+#else
+    (void)at;
+#endif
+}
+
 // The same vector; compilers do not see what is in it.
 ORVEX_INLINE I16 opaque(I16 v) {
 #if defined(__GNUC__) && (defined(__SSE2__) || defined(__AVX2__))
@@ -264,13 +275,22 @@ ORVEX_INLINE void split3(const uint8_t* from, U8* c0, U8* c1, U8* c2) {
     *c2 = pick(blend3(x2, x1, x0), ORVEX_REPEAT(2, 5, 8, 11, 14, 1, 4, 7, 10, 13, 0, 3, 6, 9, 12, 15));
 }
 
-ORVEX_INLINE void join3(uint8_t* to, U8 c0, U8 c1, U8 c2) {
-    c0 = pick(c0, ORVEX_REPEAT(0, 11, 6, 1, 12, 7, 2, 13, 8, 3, 14, 9, 4, 15, 10, 5));
-    c1 = pick(c1, ORVEX_REPEAT(5, 0, 11, 6, 1, 12, 7, 2, 13, 8, 3, 14, 9, 4, 15, 10));
-    c2 = pick(c2, ORVEX_REPEAT(10, 5, 0, 11, 6, 1, 12, 7, 2, 13, 8, 3, 14, 9, 4, 15));
-    store_halves(to, 48, blend3(c0, c1, c2));
-    store_halves(to + 16, 48, blend3(c1, c2, c0));
-    store_halves(to + 32, 48, blend3(c2, c0, c1));
+// The way back, from the channels' lanes or bytes: of the first 8 pixels of every half, and of the last 8, one vector
+// has two channels.
+ORVEX_INLINE void join3(uint8_t* to, const I16 c0[2], const I16 c1[2], U8 c2) {
+    const U8 first = narrow(c0[0], c1[0]), last = narrow(c0[1], c1[1]);
+    const U8 third = pick(c2, ORVEX_REPEAT(10, 5, 0, 11, 6, 1, 12, 7, 2, 13, 8, 3, 14, 9, 4, 15));
+    const U8 in0 = ORVEX_REPEAT(0, 0, 255, 0, 0, 255, 0, 0, 255, 0, 0, 255, 0, 0, 255, 0),
+             in1 = ORVEX_REPEAT(0, 255, 0, 0, 255, 0, 0, 255, 0, 0, 255, 0, 0, 255, 0, 0),
+             in2 = ORVEX_REPEAT(255, 0, 0, 255, 0, 0, 255, 0, 0, 255, 0, 0, 255, 0, 0, 255);
+    enum { no = 255 };
+    const U8 x0 = pick(first, ORVEX_REPEAT(0, 8, no, 1, 9, no, 2, 10, no, 3, 11, no, 4, 12, no, 5)),
+             x1 = pick(first, ORVEX_REPEAT(13, no, 6, 14, no, 7, 15, no, no, no, no, no, no, no, no, no)) |
+                  pick(last, ORVEX_REPEAT(no, no, no, no, no, no, no, no, 0, 8, no, 1, 9, no, 2, 10)),
+             x2 = pick(last, ORVEX_REPEAT(no, 3, 11, no, 4, 12, no, 5, 13, no, 6, 14, no, 7, 15, no));
+    store_halves(to, 48, x0 | (third & in0));
+    store_halves(to + 16, 48, x1 | (third & in1));
+    store_halves(to + 32, 48, x2 | (third & in2));
 }
 #else
 // Without such shuffles, by perfect shuffles of the 48 bytes: one moves byte i to 2i mod 47, so four of them
@@ -290,7 +310,8 @@ ORVEX_INLINE void split3(const uint8_t* from, U8* c0, U8* c1, U8* c2) {
 }
 
 // The way back: even bytes to the front, odd ones behind them, four times.
-ORVEX_INLINE void join3(uint8_t* to, U8 c0, U8 c1, U8 c2) {
+ORVEX_INLINE void join3(uint8_t* to, const I16 from0[2], const I16 from1[2], U8 c2) {
+    U8 c0 = narrow(from0[0], from0[1]), c1 = narrow(from1[0], from1[1]);
     const U16 byte = U16{} + 255;
     for (int step = 0; step < 4; ++step) {
         const U8 even = narrow((I16)((U16)c0 & byte), (I16)((U16)c1 & byte));

@@ -52,7 +52,7 @@ ORVEX_INLINE void bgr_from_luma(const uint8_t* luma, const Chroma* chroma, const
         g[h] = y_lane + (chroma->g_whole[h] + (I16)(((U16)y84 + (U16)y84 + (U16)chroma->g_rest[h]) >> 10));
         r[h] = y_lane + (chroma->v_whole[h] + ((y84 + chroma->v_rest[h]) >> 9));
     }
-    join3(bgr, narrow(b[0], b[1]), narrow(g[0], g[1]), narrow(r[0], r[1]));
+    join3(bgr, b, g, narrow(r[0], r[1]));
 }
 #endif
 
