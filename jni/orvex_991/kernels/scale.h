@@ -114,6 +114,15 @@ static void blend_rows_in_steps(const uint8_t* upper, const uint8_t* lower, cons
 }
 
 #ifdef ORVEX_VEC
+// What narrow() made of two vectors whose halves follow each other.
+ORVEX_INLINE U8 quarters_in_order(U8 v) {
+#if ORVEX_VEC == 32
+    return (U8)__builtin_shufflevector((U64)v, (U64)v, 0, 2, 1, 3);
+#else
+    return v;
+#endif
+}
+
 // Means, truncated, of two neighbouring bytes of both rows.
 ORVEX_INLINE I16 mean_of_pairs(U8 upper, U8 lower) {
     return (I16)((add_pairs(upper) + add_pairs(lower)) >> 2);
@@ -136,6 +145,22 @@ ORVEX_INLINE U8 halve_pixels(const uint8_t* upper, const uint8_t* lower, uint8_t
 }
 #endif
 
+#if ORVEX_VEC == 32
+// The same where 4 bytes before those of the output pixels may be read, too: from there 32 bytes have those of four
+// pixels, two in each half.
+ORVEX_INLINE U8 halve_pixels_after_others(const uint8_t* upper, const uint8_t* lower) {
+    const U8 pairs = U8{4, 7, 5, 8, 6, 9, 10, 13, 11, 14, 12, 15, 128, 128, 128, 128,
+                        0, 3, 1, 4, 2, 5, 6,  9,  7,  10, 8,  11, 128, 128, 128, 128};
+    const U8 sixes = ORVEX_REPEAT(0, 1, 2, 3, 4, 5, 8, 9, 10, 11, 12, 13, 255, 255, 255, 255);
+    I16 mean[2];
+    for (int four = 0; four < 2; ++four) {
+        const ptrdiff_t at = 24 * four - 4;
+        mean[four] = mean_of_pairs(pick(load(upper + at), pairs), pick(load(lower + at), pairs));
+    }
+    return pick(quarters_in_order(narrow(mean[0], mean[1])), sixes);
+}
+#endif
+
 // Four weights of a quarter each: pixel k of an output row is the truncated mean of the pixels 2k and 2k +
 // 1 of two source rows.
 static inline void halve_two_rows(const uint8_t* upper, const uint8_t* lower, int channels, uint8_t* out,
@@ -148,11 +173,7 @@ static inline void halve_two_rows(const uint8_t* upper, const uint8_t* lower, in
             prefetch_ahead(u), prefetch_ahead(l);
             const U8 v =
                 narrow(mean_of_pairs(load(u), load(l)), mean_of_pairs(load(u + kBytes), load(l + kBytes)));
-#if ORVEX_VEC == 32
-            store(out + k, (U8)__builtin_shufflevector((U64)v, (U64)v, 0, 2, 1, 3));
-#else
-            store(out + k, v);
-#endif
+            store(out + k, quarters_in_order(v));
         }
     }
 #endif
@@ -161,8 +182,13 @@ static inline void halve_two_rows(const uint8_t* upper, const uint8_t* lower, in
         // 4 bytes too many are read and written: they belong to the next pixels, of which there must be two.
         enum { kPixels = kBytes / 4 };
         for (; k + kPixels + 2 <= n; k += kPixels) {
-            prefetch_ahead(upper + 6 * k), prefetch_ahead(lower + 6 * k);
-            store_halves(out + 3 * k, 12, halve_pixels(upper + 6 * k, lower + 6 * k, 0));
+            const uint8_t *const u = upper + 6 * k, *const l = lower + 6 * k;
+            prefetch_ahead(u), prefetch_ahead(l);
+#if ORVEX_VEC == 32
+            store_halves(out + 3 * k, 12, k > 0 ? halve_pixels_after_others(u, l) : halve_pixels(u, l, 0));
+#else
+            store_halves(out + 3 * k, 12, halve_pixels(u, l, 0));
+#endif
         }
         // The last ones, some perhaps once more, with the bytes before theirs; a pixel may be left between.
         if (k > 0) {
