@@ -143,7 +143,6 @@ ORVEX_INLINE U8 halve_pixels(const uint8_t* upper, const uint8_t* lower, uint8_t
     }
     return pick(narrow(mean[0], mean[1]), sixes);
 }
-#endif
 
 #if ORVEX_VEC == 32
 // The same where 4 bytes before those of the output pixels may be read, too: from there 32 bytes have those of four
@@ -159,6 +158,7 @@ ORVEX_INLINE U8 halve_pixels_after_others(const uint8_t* upper, const uint8_t* l
     }
     return pick(quarters_in_order(narrow(mean[0], mean[1])), sixes);
 }
+#endif
 #endif
 
 // Four weights of a quarter each: pixel k of an output row is the truncated mean of the pixels 2k and 2k +

@@ -275,8 +275,8 @@ ORVEX_INLINE void split3(const uint8_t* from, U8* c0, U8* c1, U8* c2) {
     *c2 = pick(blend3(x2, x1, x0), ORVEX_REPEAT(2, 5, 8, 11, 14, 1, 4, 7, 10, 13, 0, 3, 6, 9, 12, 15));
 }
 
-// The way back, from the channels' lanes or bytes: of the first 8 pixels of every half, and of the last 8, one vector
-// has two channels.
+// The way back, from the lanes of two channels and the bytes of the third. One vector has the two of the first
+// 8 pixels of every half, another those of the last 8.
 ORVEX_INLINE void join3(uint8_t* to, const I16 c0[2], const I16 c1[2], U8 c2) {
     const U8 first = narrow(c0[0], c1[0]), last = narrow(c0[1], c1[1]);
     const U8 third = pick(c2, ORVEX_REPEAT(10, 5, 0, 11, 6, 1, 12, 7, 2, 13, 8, 3, 14, 9, 4, 15));
