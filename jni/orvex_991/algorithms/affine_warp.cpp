@@ -359,7 +359,10 @@ class Warp {
     // Columns begin .. end - 1 of an output row with finite coordinates, copied from
     // the nearest source pixels.
     void copy(const CoordinateLine& x_at, const CoordinateLine& y_at, int begin, int end) {
-        if (begin == end) return;
+        if (end - begin <= 2) {  // as at the sides of enlarged images
+            for (int col = begin; col < end; ++col) sample(at(x_at, col), at(y_at, col));
+            return;
+        }
         kernels::copy_row(isa_, src_.data, src_rows_, src_cols_, channels_, x_at, y_at, begin, out_,
                           end - begin);
         advance(end - begin, 0);

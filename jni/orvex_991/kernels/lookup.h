@@ -2,25 +2,28 @@
 static void look_up_bytes(const uint8_t* bytes, const uint8_t* table, uint8_t* out, ptrdiff_t n) {
     ptrdiff_t i = 0;
 #ifdef ORVEX_LOOKUP
-    // All 16 sixteenths of the table are asked for the low four bits; the high ones then choose, bit by bit.
+    // Of each quarter of the table, the sixteenth of it that an index points into; then the top bits choose a quarter.
     U8 part[16];
     ORVEX_UNROLL
     for (int k = 0; k < 16; ++k) part[k] = load_halves(table + 16 * k, 0);
+#ifdef ORVEX_PICKS_BY_LOW_BITS
+    // Sixteenths before that one are picked from, too: each holds how it differs from the one before.
+    ORVEX_UNROLL
+    for (int k = 15; k > 0; --k)
+        if (k % 4 != 0) part[k] ^= part[k - 1];
+#endif
     for (; i + kBytes <= n; i += kBytes) {
         const U8 v = load(bytes + i);
-        const U8 low = v & 15;
-        U8 chosen[16];
+        U8 index = v & 63, chosen[4] = {};
         ORVEX_UNROLL
-        for (int k = 0; k < 16; ++k) chosen[k] = pick(part[k], low);
-        const U8 bit7 = v, bit6 = v + v, bit5 = bit6 + bit6, bit4 = bit5 + bit5;  // each on top of its byte
-        ORVEX_UNROLL
-        for (int k = 0; k < 8; ++k) chosen[k] = (I8)bit4 < 0 ? chosen[2 * k + 1] : chosen[2 * k];
-        ORVEX_UNROLL
-        for (int k = 0; k < 4; ++k) chosen[k] = (I8)bit5 < 0 ? chosen[2 * k + 1] : chosen[2 * k];
-        ORVEX_UNROLL
-        for (int k = 0; k < 2; ++k) chosen[k] = (I8)bit6 < 0 ? chosen[2 * k + 1] : chosen[2 * k];
-        chosen[0] = (I8)bit7 < 0 ? chosen[1] : chosen[0];
-        store(out + i, chosen[0]);
+        for (int k = 0; k < 4; ++k, index -= 16) {
+            ORVEX_UNROLL
+            for (int quarter = 0; quarter < 4; ++quarter)
+                chosen[quarter] ^= pick(part[4 * quarter + k], index);
+        }
+        const U8 bit6 = v + v;  // on top of its byte
+        const U8 low = (I8)bit6 < 0 ? chosen[1] : chosen[0], high = (I8)bit6 < 0 ? chosen[3] : chosen[2];
+        store(out + i, (I8)v < 0 ? high : low);
     }
 #endif
     for (; i < n; ++i) out[i] = table[bytes[i]];

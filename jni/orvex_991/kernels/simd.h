@@ -201,14 +201,17 @@ ORVEX_INLINE U8 narrow_to_bytes(I32 a, I32 b, I32 c, I32 d) {
 }
 
 // Where byte shuffles by a vector of indices are one instruction: each half of the result takes bytes of the
-// same half of `table`; indices are 0 .. 15.
+// same half of `table` by indices of 0 .. 15. Those of 128 or more give 0, and those between either 0, too, or the
+// byte that their low four bits pick.
 #if ORVEX_VEC == 32
 #define ORVEX_LOOKUP
+#define ORVEX_PICKS_BY_LOW_BITS
 ORVEX_INLINE U8 pick(U8 table, U8 index) {
     return (U8)_mm256_shuffle_epi8((__m256i)table, (__m256i)index);
 }
 #elif defined(ORVEX_SSSE3)
 #define ORVEX_LOOKUP
+#define ORVEX_PICKS_BY_LOW_BITS
 ORVEX_INLINE U8 pick(U8 table, U8 index) {
     return (U8)_mm_shuffle_epi8((__m128i)table, (__m128i)index);
 }
