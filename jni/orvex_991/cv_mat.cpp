@@ -1,6 +1,7 @@
 #include "cv_mat.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <utility>
 
@@ -84,7 +85,13 @@ Mat<T>& Mat<T>::operator~() {
     ORVEX_CHECK(1 == channels);
     unsigned char* const bytes = reinterpret_cast<unsigned char*>(data);
     const std::size_t n = block_length(*this) * sizeof(T);
-    for (std::size_t i = 0; i < n; ++i) bytes[i] = static_cast<unsigned char>(~bytes[i]);
+    std::size_t i = 0;
+    for (uint64_t word; i + sizeof word <= n; i += sizeof word) {
+        std::memcpy(&word, bytes + i, sizeof word);
+        word = ~word;
+        std::memcpy(bytes + i, &word, sizeof word);
+    }
+    for (; i < n; ++i) bytes[i] = static_cast<unsigned char>(~bytes[i]);
     return *this;
 }
 

@@ -92,6 +92,9 @@ TEST(Mat, complement_applied_twice_restores_the_matrix) {
     EXPECT_EQ(m.data[1], 254);
     ~m;
     EXPECT_EQ(m.data[1], 1);
+    U8 longer = filled(1, 19, 1, 3);
+    ~longer;
+    EXPECT_EQ(std::count(longer.data, longer.data + 19, 252), 19);
     Mat<int> labels;
     labels.mat_create(1, 1, 1, 5);
     ~labels;
