@@ -42,6 +42,7 @@ ORVEX_INLINE void store(void* to, U8 v) {
 ORVEX_INLINE void prefetch_ahead(const uint8_t* at) {
 #ifdef ORVEX_SSE2
     enum { kAhead = 2560 };
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): beyond the image there is no pointer to compute with.
     __builtin_prefetch((const void*)((uintptr_t)at + kAhead));
 #else
     (void)at;
@@ -90,18 +91,20 @@ ORVEX_INLINE U16 widen_high(U8 v) {
     return (U16)ORVEX_INTERLEAVE_HIGH(v, U8{});
 }
 
-// The lower, or the upper, 8 bytes of each half of both.
-#if ORVEX_VEC == 32
-#define ORVEX_JOIN_8(part, a, b) \
-    (U8) __builtin_shufflevector((U64)a, (U64)b, part, 4 + part, 2 + part, 6 + part)
-#else
-#define ORVEX_JOIN_8(part, a, b) (U8) __builtin_shufflevector((U64)a, (U64)b, part, 2 + part)
-#endif
+// The lower 8 bytes of each half of both, and the upper ones.
 ORVEX_INLINE U8 join_fronts(U8 a, U8 b) {
-    return ORVEX_JOIN_8(0, a, b);
+#if ORVEX_VEC == 32
+    return (U8)__builtin_shufflevector((U64)a, (U64)b, 0, 4, 2, 6);
+#else
+    return (U8)__builtin_shufflevector((U64)a, (U64)b, 0, 2);
+#endif
 }
 ORVEX_INLINE U8 join_backs(U8 a, U8 b) {
-    return ORVEX_JOIN_8(1, a, b);
+#if ORVEX_VEC == 32
+    return (U8)__builtin_shufflevector((U64)a, (U64)b, 1, 5, 3, 7);
+#else
+    return (U8)__builtin_shufflevector((U64)a, (U64)b, 1, 3);
+#endif
 }
 
 // Bytes of signed 16-bit lanes, saturated to 0 .. 255.
