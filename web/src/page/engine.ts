@@ -32,7 +32,8 @@ export class Engine {
     }
 
     open(file: Blob): void {
-        this.breaks = 0;
+        // The first file comes by itself; a worker that has broken by then counts.
+        if (this.file || this.opening) this.breaks = 0;
         this.worker ??= this.started();
         this.reopen(file);
     }
@@ -115,9 +116,9 @@ export class Engine {
         this.breaks += 1;
         const resumed = this.breaks <= MOST_RESTARTS;
         this.listener.broken(words, resumed);
-        if (!resumed) return;
-        this.worker = this.started();
         const file = this.opening ?? this.file;
-        if (file) this.reopen(file);
+        if (!resumed || !file) return; // without one, open() starts it
+        this.worker = this.started();
+        this.reopen(file);
     }
 }

@@ -4,6 +4,7 @@ import assert from 'node:assert/strict';
 import { readFileSync, writeFileSync } from 'node:fs';
 import { basename, join } from 'node:path';
 import { after, before, test } from 'node:test';
+import { setTimeout as sleep } from 'node:timers/promises';
 import { deflateSync } from 'node:zlib';
 import { docprep, folder, SAMPLE } from './docprep.mjs';
 import { launched, served, settled, visited } from './site.mjs';
@@ -204,7 +205,21 @@ test('a library that cannot be loaded is tried three times, and again when somet
     const context = await browser.newContext();
     const page = await context.newPage();
     let asked = 0;
-    await context.route('**/*.wasm', (route) => (++asked <= 3 ? route.abort() : route.continue()));
+    /** @type {() => void} */
+    let sampleCame = () => {};
+    const sample = new Promise((resolve) => (sampleCame = () => resolve(undefined)));
+    // The sample comes when the first try has failed and before the second one has.
+    await context.route('**/*.jpg', async (route) => {
+        while (asked === 0) await sleep(10);
+        await sleep(100);
+        await route.continue();
+        sampleCame();
+    });
+    await context.route('**/*.wasm', async (route) => {
+        const which = ++asked;
+        if (which === 2) await sample.then(() => sleep(300));
+        return which <= 3 ? route.abort() : route.continue();
+    });
     await page.goto(site.address);
     await complained(page, 'It is started again as soon as something changes.');
     assert.equal(asked, 3);
