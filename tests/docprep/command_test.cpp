@@ -565,8 +565,11 @@ TEST(command, devices_and_pipes_take_the_page_and_stay_what_they_are) {
 
 TEST(command, a_reader_that_has_gone_is_one_line) {
     const TemporaryFolder folder;
-    const Outcome outcome = run_program({"sh", "-c", "(\"$1\" \"$2\" -o - ; echo $? >&2) | :", "sh",
-                                         DOCPREP_PROGRAM, write_page(folder, "page.jpg")});
+    const std::string after_the_reader =
+        "(until [ -e \"$3\" ]; do sleep 0.01; done; \"$1\" \"$2\" -o - ; echo $? >&2) |"
+        " (exec <&-; : > \"$3\")";
+    const Outcome outcome = run_program({"sh", "-c", after_the_reader, "sh", DOCPREP_PROGRAM,
+                                         write_page(folder, "page.jpg"), folder.path("gone")});
     EXPECT_EQ("docprep: standard output: Broken pipe\n2\n", outcome.err);
 }
 
