@@ -12,8 +12,9 @@ ORVEX_INLINE I16 gray_of(U16 wholes, U16 rests) {
 ORVEX_INLINE I16 gray_of_eight(const uint8_t* bgr) {
     // Of four pixels their bytes B and G, and then their bytes G and R.
     const U8 pairs = ORVEX_REPEAT(0, 1, 3, 4, 6, 7, 9, 10, 1, 2, 4, 5, 7, 8, 10, 11);
-    const U8 four = pick(load_halves(bgr, 48), pairs), next = pick(load_halves(bgr + 8, 48), pairs + 4);
-    const U8 bg = join_fronts(four, next), gr = join_backs(four, next);
+    const U64 four = (U64)pick(load_halves(bgr, 48), pairs),
+              next = (U64)pick(load_halves(bgr + 8, 48), pairs + 4);
+    const U8 bg = (U8)ORVEX_INTERLEAVE64_LOW(four, next), gr = (U8)ORVEX_INTERLEAVE64_HIGH(four, next);
     // G's 89 is parted so that neither sum of two leaves 15 bits.
     return gray_of((U16)multiply_add_byte_pairs(gr, (I8)(U16{} + 0x0102)),
                    (U16)multiply_add_byte_pairs(bg, (I8)(U16{} + (20 << 8 | 107))) +

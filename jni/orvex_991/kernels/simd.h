@@ -75,6 +75,8 @@ ORVEX_INLINE U8 minimum(U8 a, U8 b) {
     __builtin_shufflevector(a, b, 0, 16, 1, 17, 2, 18, 3, 19, 8, 24, 9, 25, 10, 26, 11, 27)
 #define ORVEX_INTERLEAVE16_HIGH(a, b) \
     __builtin_shufflevector(a, b, 4, 20, 5, 21, 6, 22, 7, 23, 12, 28, 13, 29, 14, 30, 15, 31)
+#define ORVEX_INTERLEAVE64_LOW(a, b) __builtin_shufflevector(a, b, 0, 4, 2, 6)
+#define ORVEX_INTERLEAVE64_HIGH(a, b) __builtin_shufflevector(a, b, 1, 5, 3, 7)
 #else
 #define ORVEX_INTERLEAVE_LOW(a, b) \
     __builtin_shufflevector(a, b, 0, 16, 1, 17, 2, 18, 3, 19, 4, 20, 5, 21, 6, 22, 7, 23)
@@ -82,6 +84,8 @@ ORVEX_INLINE U8 minimum(U8 a, U8 b) {
     __builtin_shufflevector(a, b, 8, 24, 9, 25, 10, 26, 11, 27, 12, 28, 13, 29, 14, 30, 15, 31)
 #define ORVEX_INTERLEAVE16_LOW(a, b) __builtin_shufflevector(a, b, 0, 8, 1, 9, 2, 10, 3, 11)
 #define ORVEX_INTERLEAVE16_HIGH(a, b) __builtin_shufflevector(a, b, 4, 12, 5, 13, 6, 14, 7, 15)
+#define ORVEX_INTERLEAVE64_LOW(a, b) __builtin_shufflevector(a, b, 0, 2)
+#define ORVEX_INTERLEAVE64_HIGH(a, b) __builtin_shufflevector(a, b, 1, 3)
 #endif
 
 ORVEX_INLINE U16 widen_low(U8 v) {
@@ -89,22 +93,6 @@ ORVEX_INLINE U16 widen_low(U8 v) {
 }
 ORVEX_INLINE U16 widen_high(U8 v) {
     return (U16)ORVEX_INTERLEAVE_HIGH(v, U8{});
-}
-
-// The lower 8 bytes of each half of both, and the upper ones.
-ORVEX_INLINE U8 join_fronts(U8 a, U8 b) {
-#if ORVEX_VEC == 32
-    return (U8)__builtin_shufflevector((U64)a, (U64)b, 0, 4, 2, 6);
-#else
-    return (U8)__builtin_shufflevector((U64)a, (U64)b, 0, 2);
-#endif
-}
-ORVEX_INLINE U8 join_backs(U8 a, U8 b) {
-#if ORVEX_VEC == 32
-    return (U8)__builtin_shufflevector((U64)a, (U64)b, 1, 5, 3, 7);
-#else
-    return (U8)__builtin_shufflevector((U64)a, (U64)b, 1, 3);
-#endif
 }
 
 // Bytes of signed 16-bit lanes, saturated to 0 .. 255.
