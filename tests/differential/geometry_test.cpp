@@ -179,6 +179,20 @@ TEST(Differential, axis_aligned_warps_with_a_mask_equal_the_reference) {
     }
 }
 
+// Pixels that are copies or means of two by two, of a part of the source, and of pixels beyond it on any side.
+TEST(Differential, shifted_copies_and_halves_equal_the_reference) {
+    Random random(79);
+    for (int round = 0; round < 4000; ++round) {
+        const U8 src = any_image(random, random.range(1, 4), random.range(2, 80), random.range(2, 160));
+        const float factor = random.pick({0.5f, 0.5f, 1.0f});
+        const float across = 0.25f * static_cast<float>(random.range(-60, 8)),
+                    down = 0.25f * static_cast<float>(random.range(-60, 8));
+        compare_warp(src, matrix_of({factor, 0, across, 0, factor, down}),
+                     Size(random.range(1, 90), random.range(1, 50)), 0, false, random.chance(50));
+        if (HasFatalFailure()) FAIL() << "round " << round;
+    }
+}
+
 TEST(Differential, resize_by_a_factor_equals_the_reference) {
     Random random(75);
     constexpr float kInfinity = std::numeric_limits<float>::infinity();
