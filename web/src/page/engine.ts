@@ -114,10 +114,9 @@ export class Engine {
         this.worker?.terminate();
         this.worker = null;
         this.breaks += 1;
-        const resumed = this.breaks <= MOST_RESTARTS;
-        this.listener.broken(words, resumed);
-        const file = this.opening ?? this.file;
-        if (!resumed || !file) return; // without one, open() starts it
+        const file = this.breaks <= MOST_RESTARTS ? (this.opening ?? this.file) : null;
+        this.listener.broken(words, file !== null);
+        if (!file) return; // open() starts the next one
         this.worker = this.started();
         this.reopen(file);
     }

@@ -43,6 +43,11 @@ const measured = (page, label) =>
 /** @param {Page} page @param {string} words */
 const complained = (page, words) => page.locator('#alert', { hasText: words }).waitFor();
 
+/** Half a minute at most; what follows says what was wrong. @param {() => boolean} holds */
+async function until(holds) {
+    for (let tries = 0; tries < 3000 && !holds(); ++tries) await sleep(10);
+}
+
 test('the sample is there at once, and nothing is asked of anybody else', async () => {
     const { page, context, complaints, requests } = await visit();
     assert.equal(await measured(page, 'Photograph'), '1600 × 1200');
@@ -210,7 +215,7 @@ test('a library that cannot be loaded is tried three times, and again when somet
     const sample = new Promise((resolve) => (sampleCame = () => resolve(undefined)));
     // The sample comes when the first try has failed and before the second one has.
     await context.route('**/*.jpg', async (route) => {
-        while (asked === 0) await sleep(10);
+        await until(() => asked > 0);
         await sleep(100);
         await route.continue();
         sampleCame();
@@ -221,6 +226,7 @@ test('a library that cannot be loaded is tried three times, and again when somet
         return which <= 3 ? route.abort() : route.continue();
     });
     await page.goto(site.address);
+    await until(() => asked >= 3);
     await complained(page, 'It is started again as soon as something changes.');
     assert.equal(asked, 3);
     await page.click('label[for=on-seal]');
